@@ -1,0 +1,22 @@
+// Start-up and shutdown of the Gconsts unit.
+#include "quill/frame/startcount.h"
+#include "quill/frame/units.h"
+
+namespace quill::Gconsts {
+namespace {
+TStartCount g_start_count;
+}  // namespace
+
+// First start: nothing to build.
+void initialization() {
+  if (!g_start_count.Start()) return;
+}
+
+// Last stop: nothing to release.
+void Finalization() {
+  if (!g_start_count.Stop()) return;
+}
+
+int32_t StartCount() { return g_start_count.Value(); }
+
+}  // namespace quill::Gconsts

@@ -1,0 +1,22 @@
+// The runtime layer: every header of quill/rtl.
+#pragma once
+
+#include "quill/rtl/casing.h"
+#include "quill/rtl/compare.h"
+#include "quill/rtl/currency.h"
+#include "quill/rtl/exception.h"
+#include "quill/rtl/export.h"
+#include "quill/rtl/floatconv.h"
+#include "quill/rtl/format.h"
+#include "quill/rtl/formatsettings.h"
+#include "quill/rtl/intconv.h"
+#include "quill/rtl/localefacts.h"
+#include "quill/rtl/resstrings.h"
+#include "quill/rtl/streams.h"
+#include "quill/rtl/syslocale.h"
+#include "quill/rtl/tlist.h"
+#include "quill/rtl/tobject.h"
+#include "quill/rtl/trim.h"
+#include "quill/rtl/tstrings.h"
+#include "quill/rtl/types.h"
+#include "quill/rtl/unicode.h"

@@ -1,0 +1,103 @@
+// Streams: TStream (seekable bytes), TMemoryStream and TFileStream.
+//
+// Read/Write transfer up to the count asked and return what they moved;
+// ReadBuffer/WriteBuffer raise EReadError "Stream read error" /
+// EWriteError "Stream write error" when fewer bytes move.
+// Positions and sizes are 64-bit; seeking beyond the end is allowed.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "quill/rtl/export.h"
+#include "quill/rtl/tobject.h"
+#include "quill/rtl/types.h"
+
+namespace quill {
+
+enum TSeekOrigin : uint8_t { soBeginning, soCurrent, soEnd };
+
+class QUILL_API TStream : public TObject {
+ public:
+  ~TStream() override;
+
+  // Moves up to `count` bytes; returns the number moved (0 at the end).
+  virtual int64_t Read(void* buffer, int64_t count) = 0;
+  virtual int64_t Write(const void* buffer, int64_t count) = 0;
+  // Sets the position relative to `origin`; returns the new position.
+  virtual int64_t Seek(int64_t offset, TSeekOrigin origin) = 0;
+
+  void ReadBuffer(void* buffer, int64_t count);
+  void WriteBuffer(const void* buffer, int64_t count);
+
+  // Property Position.
+  [[nodiscard]] int64_t Position() { return Seek(0, soCurrent); }
+  void SetPosition(int64_t pos) { Seek(pos, soBeginning); }
+  // Property Size: the default finds the end by seeking and restores the position.
+  [[nodiscard]] virtual int64_t Size();
+  virtual void SetSize(int64_t new_size);
+
+  // Copies `count` bytes from `source` (0: the whole source from position 0);
+  // returns the count copied.
+  int64_t CopyFrom(TStream& source, int64_t count);
+};
+
+class QUILL_API TMemoryStream : public TStream {
+ public:
+  TMemoryStream() = default;
+  ~TMemoryStream() override;
+
+  int64_t Read(void* buffer, int64_t count) override;
+  int64_t Write(const void* buffer, int64_t count) override;
+  int64_t Seek(int64_t offset, TSeekOrigin origin) override;
+  [[nodiscard]] int64_t Size() override { return static_cast<int64_t>(data_.size()); }
+  void SetSize(int64_t new_size) override;
+
+  // Replaces the contents by the file's bytes, position 0. Raises EFOpenError.
+  void LoadFromFile(const std::string& file_name);
+  void LoadFromStream(TStream& source);
+  // Writes the whole contents to the file (created or truncated). Raises EFCreateError.
+  void SaveToFile(const std::string& file_name) const;
+  void SaveToStream(TStream& dest) const;
+  void Clear();
+
+  [[nodiscard]] uint8_t* Memory() { return data_.data(); }
+  [[nodiscard]] const uint8_t* Memory() const { return data_.data(); }
+
+ private:
+  std::vector<uint8_t> data_;
+  int64_t position_ = 0;
+};
+
+// File open modes (the runtime's fmXXX values).
+inline constexpr uint16_t fmCreate = 0xFF00;
+inline constexpr uint16_t fmOpenRead = 0x0000;
+inline constexpr uint16_t fmOpenWrite = 0x0001;
+inline constexpr uint16_t fmOpenReadWrite = 0x0002;
+inline constexpr uint16_t fmShareDenyWrite = 0x0020;
+inline constexpr uint16_t fmShareDenyNone = 0x0040;
+
+class QUILL_API TFileStream : public TStream {
+ public:
+  // Opens or creates `file_name`. Raises EFOpenError "Cannot open file
+  // "%s". %s" (full path, system error text) or EFCreateError "Cannot create
+  // file "%s". %s".
+  TFileStream(const std::string& file_name, uint16_t mode);
+  ~TFileStream() override;
+  TFileStream(const TFileStream&) = delete;
+  TFileStream& operator=(const TFileStream&) = delete;
+
+  int64_t Read(void* buffer, int64_t count) override;
+  int64_t Write(const void* buffer, int64_t count) override;
+  int64_t Seek(int64_t offset, TSeekOrigin origin) override;
+  void SetSize(int64_t new_size) override;
+  [[nodiscard]] const std::string& FileName() const { return file_name_; }
+
+ private:
+  int fd_ = -1;
+  std::string file_name_;
+};
+
+}  // namespace quill

@@ -1,0 +1,35 @@
+// Conversions between the two string forms and UTF-8.
+//
+// 8-bit strings are bytes in a code page. The "ordinary conversion" between an
+// 8-bit string and UTF-16 uses the default ANSI code page (GetACP()); every
+// routine here also takes an explicit code page. Conversions go through ICU
+// converters and never raise: bytes that have no mapping become U+FFFD (to
+// UTF-16) or '?' (to 8-bit), as the system's converter substitutes them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "quill/rtl/export.h"
+#include "quill/rtl/types.h"
+
+namespace quill {
+
+// Code page 0 means the default ANSI code page (GetACP()).
+inline constexpr TCodePage CP_ACP = 0;
+inline constexpr TCodePage CP_UTF8 = 65001;
+
+// UTF-8 <-> UTF-16. Ill-formed input becomes U+FFFD; unpaired surrogates become
+// U+FFFD in UTF-8.
+[[nodiscard]] QUILL_API UnicodeString Utf8ToUnicode(std::string_view s);
+[[nodiscard]] QUILL_API std::string UnicodeToUtf8(std::u16string_view s);
+
+// 8-bit text in `codepage` -> UTF-16.
+[[nodiscard]] QUILL_API UnicodeString AnsiToUnicode(std::string_view s, TCodePage codepage = CP_ACP);
+// UTF-16 -> 8-bit text in `codepage`.
+[[nodiscard]] QUILL_API AnsiString UnicodeToAnsi(std::u16string_view s, TCodePage codepage = CP_ACP);
+
+// True when ICU has a converter for the Windows code page `codepage`.
+[[nodiscard]] QUILL_API bool IsValidCodePage(TCodePage codepage);
+
+}  // namespace quill

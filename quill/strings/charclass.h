@@ -1,0 +1,8 @@
+// Gstrings: Character classes, separator sets and number recognition.
+#pragma once
+
+#include "quill/frame/errors.h"
+#include "quill/rtl/export.h"
+#include "quill/rtl/types.h"
+
+namespace quill::Gstrings {}  // namespace quill::Gstrings

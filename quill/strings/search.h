@@ -1,0 +1,8 @@
+// Gstrings: Searching, slicing, padding and replacing.
+#pragma once
+
+#include "quill/frame/errors.h"
+#include "quill/rtl/export.h"
+#include "quill/rtl/types.h"
+
+namespace quill::Gstrings {}  // namespace quill::Gstrings
