@@ -21,6 +21,7 @@ void RegisterUtilsCommands(CLI::App& app);
 // Each Demo* prints a short demonstration of the unit on bundled sample data.
 void DemoRuntime(std::ostream& out);
 void DemoStrings(std::ostream& out);
+void DemoQuoting(std::ostream& out);
 void DemoDates(std::ostream& out);
 void DemoScanner(std::ostream& out);
 void DemoCompress(std::ostream& out);

@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     std::ostream& out = std::cout;
     quilltool::DemoRuntime(out);
     quilltool::DemoStrings(out);
+    quilltool::DemoQuoting(out);
     quilltool::DemoDates(out);
     quilltool::DemoScanner(out);
     quilltool::DemoCompress(out);
