@@ -106,7 +106,11 @@ function(quill_link_library)
     list(APPEND objs $<TARGET_OBJECTS:quill_${u}_obj>)
   endforeach()
 
-  add_library(quill23 SHARED ${objs})
+  # The load hooks come last so that they run after every unit's static
+  # initialisation; they exist only in the shared library.
+  add_library(quill23 SHARED ${objs} ${PROJECT_SOURCE_DIR}/quill/frame/shared/load_hooks.cc)
+  target_compile_definitions(quill23 PRIVATE QUILL_BUILDING)
+  quill_warnings(quill23)
   set_target_properties(quill23 PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION 23
