@@ -25,9 +25,9 @@ namespace quill {
 class QUILL_API FormatArg {
  public:
   FormatArg(int32_t v) : value_(static_cast<int64_t>(v)) {}
-  FormatArg(int64_t v) : value_(v) {}
+  FormatArg(int64_t v) : value_(v), is64_(true) {}
   FormatArg(uint32_t v) : value_(static_cast<int64_t>(v)) {}
-  FormatArg(uint64_t v) : value_(static_cast<int64_t>(v)) {}
+  FormatArg(uint64_t v) : value_(static_cast<int64_t>(v)), is64_(true) {}
   FormatArg(double v) : value_(v) {}
   FormatArg(char16_t c) : value_(UnicodeString(1, c)) {}
   FormatArg(char c) : value_(AnsiString(1, c)) {}
@@ -40,9 +40,13 @@ class QUILL_API FormatArg {
 
   using Value = std::variant<int64_t, double, UnicodeString, AnsiString>;
   const Value& value() const { return value_; }
+  // True for arguments given as 64-bit integers: %u, %x and %p then show all
+  // 64 bits; a 32-bit argument shows its 32-bit pattern (-1 is FFFFFFFF).
+  bool Is64Bit() const { return is64_; }
 
  private:
   Value value_;
+  bool is64_ = false;
 };
 
 // Formats `fmt` with `args`. Raises EConvertError "Format '%s' invalid or
