@@ -92,6 +92,11 @@ class QUILL_API TFileStream : public TStream {
   int64_t Read(void* buffer, int64_t count) override;
   int64_t Write(const void* buffer, int64_t count) override;
   int64_t Seek(int64_t offset, TSeekOrigin origin) override;
+  // The file's size from the system (no seeking).
+  [[nodiscard]] int64_t Size() override;
+  // Truncates or extends (with zeros) the file; raises EWriteError "Stream
+  // write error" when the system refuses. A position beyond the new end moves
+  // to the end.
   void SetSize(int64_t new_size) override;
   [[nodiscard]] const std::string& FileName() const { return file_name_; }
 
