@@ -1,6 +1,6 @@
 // The Windows locale fact table: LCID, tag, three-letter abbreviation, ANSI and
 // OEM code pages, ISO codes and English names, one row per Windows LCID,
-// sorted by LCID. Generated at build time from data/windows-locales.tsv.
+// sorted by LCID. Generated at build time from data/locales/windows-locales.tsv.
 #pragma once
 
 #include <span>
