@@ -1,8 +1,7 @@
-// Gstrings: Delimited text, string-list sections and name/value pairs.
+// Gstrings: delimited text, string-list sections and name/value pairs.
 #pragma once
 
 #include "quill/frame/errors.h"
 #include "quill/rtl/export.h"
 #include "quill/rtl/types.h"
-
-namespace quill::Gstrings {}  // namespace quill::Gstrings
+#include "quill/strings/namevalue.h"
