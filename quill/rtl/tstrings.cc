@@ -288,6 +288,27 @@ int32_t TStringList::AddObject(const UnicodeString& s, TObject* obj) {
   return index;
 }
 
+void TStringList::Exchange(int32_t index1, int32_t index2) {
+  CheckIndex(index1);
+  CheckIndex(index2);
+  std::swap(items_[static_cast<size_t>(index1)], items_[static_cast<size_t>(index2)]);
+}
+
+void TStringList::Move(int32_t cur_index, int32_t new_index) {
+  if (cur_index == new_index) return;
+  if (sorted_) throw EStringListError(rtlmsg::SSortedListError);
+  CheckIndex(cur_index);
+  CheckIndex(new_index);
+  // The object travels with its line and is never freed on the way.
+  const auto cur = items_.begin() + cur_index;
+  const auto dst = items_.begin() + new_index;
+  if (cur_index < new_index) {
+    std::rotate(cur, cur + 1, dst + 1);
+  } else {
+    std::rotate(dst, cur, cur + 1);
+  }
+}
+
 int32_t TStringList::IndexOf(const UnicodeString& s) const {
   if (!sorted_) return TStrings::IndexOf(s);
   int32_t index = 0;

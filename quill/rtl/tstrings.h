@@ -59,8 +59,11 @@ class QUILL_API TStrings : public TObject {
   // Replaces the contents by those of `source` (objects copied as pointers)
   // and copies Delimiter, QuoteChar, NameValueSeparator, StrictDelimiter.
   virtual void Assign(const TStrings& source);
-  void Exchange(int32_t index1, int32_t index2);
-  void Move(int32_t cur_index, int32_t new_index);
+  // Swaps two lines with their objects.
+  virtual void Exchange(int32_t index1, int32_t index2);
+  // Moves line `cur_index` (with its object) so that it ends up at
+  // `new_index`; both must be valid indexes.
+  virtual void Move(int32_t cur_index, int32_t new_index);
 
   // Index of the first string equal to `s` under CompareStrings, or -1.
   [[nodiscard]] virtual int32_t IndexOf(const UnicodeString& s) const;
@@ -144,6 +147,10 @@ class QUILL_API TStringList : public TStrings {
 
   int32_t Add(const UnicodeString& s) override;
   int32_t AddObject(const UnicodeString& s, TObject* obj) override;
+  // Exchange is allowed on a sorted list (the caller takes care of the
+  // order); Move raises "Operation not allowed on sorted list" like Insert.
+  void Exchange(int32_t index1, int32_t index2) override;
+  void Move(int32_t cur_index, int32_t new_index) override;
   [[nodiscard]] int32_t IndexOf(const UnicodeString& s) const override;
   [[nodiscard]] int CompareStrings(const UnicodeString& a, const UnicodeString& b) const override;
 
