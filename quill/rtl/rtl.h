@@ -4,6 +4,8 @@
 #include "quill/rtl/casing.h"
 #include "quill/rtl/compare.h"
 #include "quill/rtl/currency.h"
+#include "quill/rtl/datetext.h"
+#include "quill/rtl/datetime.h"
 #include "quill/rtl/exception.h"
 #include "quill/rtl/export.h"
 #include "quill/rtl/floatconv.h"
