@@ -37,9 +37,10 @@ namespace quill::Gstrings {
 // raises.
 [[nodiscard]] QUILL_API int32_t ZStrToInt(std::u16string_view s) noexcept;
 
-// The trimmed text by the integer grammar. Empty text gives 0. Any other text
-// that does not convert raises EConvertError, also when it starts with
-// digits: "12abc" fails, it does not give 12. Callers depend on the failure.
+// The trimmed text by the integer grammar. The empty text gives 0. Any other
+// text that does not convert raises EConvertError, also when it starts with
+// digits ("12abc" fails, it does not give 12) and when it is all blanks.
+// Callers depend on the failure.
 [[nodiscard]] QUILL_API int32_t SafeStrToInt(std::u16string_view s);
 
 // The value of hexadecimal digits, last character weight 1. Sum and weight

@@ -1,0 +1,66 @@
+// Helpers of the case-insensitive searches: the locale check and the
+// vectorised candidate scans.
+#include <cstdint>
+#include <string>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "quill/rtl/syslocale.h"
+#include "quill/strings/internal/caseless.h"
+#include "quill/strings/internal/scan.h"
+
+namespace quill::Gstrings::internal {
+
+bool UserLocaleFoldsAsciiPlainly() {
+  const std::string tag = UserDefaultLocaleTag();
+  const std::string lang = tag.substr(0, tag.find_first_of("-_"));
+  return lang != "tr" && lang != "az" && lang != "lt";
+}
+
+std::size_t FindPairOrHigh(const char* p, std::size_t n, char a, char b) noexcept {
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi8(a);
+  const __m128i vb = _mm_set1_epi8(b);
+  for (; i + 16 <= n; i += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+    const __m128i eq = _mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb));
+    // movemask of the bytes themselves gives their high bits: bytes >= 128.
+    const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(eq) | _mm_movemask_epi8(v));
+    if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(mask));
+  }
+#endif
+  for (; i < n; ++i) {
+    const char c = p[i];
+    if (c == a || c == b || static_cast<unsigned char>(c) >= 128) return i;
+  }
+  return n;
+}
+
+std::size_t FindPairOrHigh(const char16_t* p, std::size_t n, char16_t a, char16_t b) noexcept {
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi16(static_cast<int16_t>(a));
+  const __m128i vb = _mm_set1_epi16(static_cast<int16_t>(b));
+  const __m128i high = _mm_set1_epi16(static_cast<int16_t>(0xFF80));
+  const __m128i zero = _mm_setzero_si128();
+  for (; i + 8 <= n; i += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+    const __m128i eq = _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb));
+    // Units with any bit above bit 6 set are non-ASCII.
+    const __m128i ascii = _mm_cmpeq_epi16(_mm_and_si128(v, high), zero);
+    const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(eq)) |
+                          (static_cast<unsigned>(_mm_movemask_epi8(ascii)) ^ 0xFFFFu);
+    if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(mask)) / 2;
+  }
+#endif
+  for (; i < n; ++i) {
+    const char16_t c = p[i];
+    if (c == a || c == b || c >= 128) return i;
+  }
+  return n;
+}
+
+}  // namespace quill::Gstrings::internal

@@ -1,0 +1,95 @@
+// Replacing all occurrences of a pattern; erasing a character.
+#include "quill/strings/replace.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "quill/strings/internal/caseless.h"
+#include "quill/strings/internal/textops.h"
+
+namespace quill::Gstrings {
+
+namespace {
+
+using internal::npos;
+using internal::Str;
+using internal::View;
+
+// Replace-all over occurrences reported by `find(from)` (0-based, npos when
+// there are no more), each `oldLen` long. Occurrences never overlap and the
+// inserted text is never searched. When the result cannot grow, it is
+// reserved at the text's size in one go; otherwise a counting pass sizes it
+// first, so the result is allocated once either way.
+template <class C, class Find>
+Str<C> ReplaceAll(View<C> text, std::size_t oldLen, View<C> newText, Find&& find) {
+  std::size_t p = find(0);
+  if (p == npos) return Str<C>(text);
+  Str<C> out;
+  if (newText.size() <= oldLen) {
+    out.reserve(text.size());
+  } else {
+    std::size_t count = 0;
+    for (std::size_t q = p; q != npos; q = find(q + oldLen)) ++count;
+    out.reserve(text.size() + count * (newText.size() - oldLen));
+  }
+  std::size_t last = 0;
+  while (p != npos) {
+    out.append(text.data() + last, p - last);
+    out.append(newText);
+    last = p + oldLen;
+    p = find(last);
+  }
+  out.append(text.data() + last, text.size() - last);
+  return out;
+}
+
+template <class C>
+Str<C> ReplaceStrT(View<C> text, View<C> oldPattern, View<C> newText) {
+  if (oldPattern.empty() || text.empty()) return Str<C>(text);
+  return ReplaceAll<C>(text, oldPattern.size(), newText,
+                       [&](std::size_t from) { return text.find(oldPattern, from); });
+}
+
+template <class C>
+Str<C> XReplaceStrT(View<C> text, View<C> oldPattern, View<C> newText, bool caseSensitive) {
+  // The flag set means "never replace": only the case-insensitive setting
+  // finds anything, and callers rely on that.
+  if (caseSensitive || oldPattern.empty() || text.empty()) return Str<C>(text);
+  internal::CaselessFinder<C> finder(oldPattern, text);
+  return ReplaceAll<C>(text, finder.PatternLength(), newText,
+                       [&](std::size_t from) { return finder.Find(from); });
+}
+
+template <class C>
+Str<C> EraseSymbolT(View<C> s, C c) {
+  Str<C> out;
+  out.reserve(s.size());
+  std::copy_if(s.begin(), s.end(), std::back_inserter(out), [c](C x) { return x != c; });
+  return out;
+}
+
+}  // namespace
+
+AnsiString ReplaceStr(std::string_view text, std::string_view oldPattern,
+                      std::string_view newText) {
+  return ReplaceStrT(text, oldPattern, newText);
+}
+UnicodeString ReplaceStr(std::u16string_view text, std::u16string_view oldPattern,
+                         std::u16string_view newText) {
+  return ReplaceStrT(text, oldPattern, newText);
+}
+
+AnsiString XReplaceStr(std::string_view text, std::string_view oldPattern,
+                       std::string_view newText, bool caseSensitive) {
+  return XReplaceStrT(text, oldPattern, newText, caseSensitive);
+}
+UnicodeString XReplaceStr(std::u16string_view text, std::u16string_view oldPattern,
+                          std::u16string_view newText, bool caseSensitive) {
+  return XReplaceStrT(text, oldPattern, newText, caseSensitive);
+}
+
+AnsiString EraseSymbol(std::string_view s, AnsiChar c) { return EraseSymbolT(s, c); }
+UnicodeString EraseSymbol(std::u16string_view s, WideChar c) { return EraseSymbolT(s, c); }
+
+}  // namespace quill::Gstrings
