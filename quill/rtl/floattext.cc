@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <charconv>
+#include <limits>
 #include <cmath>
 #include <cstdlib>
 
@@ -22,6 +24,46 @@ bool NonFiniteText(double v, NumText& out) {
 
 int ClampPrecision(int p) { return p < 1 ? 1 : (p > 18 ? 18 : p); }
 
+// Count of decimal digits after the point in the exact value of |v| (0 for
+// integers): v = m * 2^e with m odd has -e of them when e < 0.
+int ExactFractionDigits(double v) {
+  int e = 0;
+  const double m = std::frexp(std::fabs(v), &e);  // |v| = m * 2^e, m in [0.5, 1)
+  auto bits = static_cast<uint64_t>(std::ldexp(m, 53));
+  e -= 53;
+  if (bits == 0) return 0;
+  e += __builtin_ctzll(bits);
+  return e < 0 ? -e : 0;
+}
+
+// True when |v| lies exactly halfway between two `precision`-digit values.
+// Only such ties need care: elsewhere to_chars already rounds to nearest.
+bool IsSignificantTie(double v, int precision) {
+  const int frac = ExactFractionDigits(v);
+  char buf[400];
+  if (frac > 0) {
+    // The exact value has E + 1 + frac significant digits (E: its decimal
+    // exponent); a tie has exactly precision + 1 of them, the last a 5.
+    auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::scientific, precision);
+    const char* e = std::find(buf, r.ptr, 'e');
+    int exp10 = 0;
+    std::from_chars(e + 1 + (e[1] == '+' ? 1 : 0), r.ptr, exp10);
+    return exp10 + frac == precision;
+  }
+  auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::fixed, 0);
+  const std::string_view digits(buf, static_cast<size_t>(r.ptr - buf));
+  return digits.size() > static_cast<size_t>(precision) && digits[static_cast<size_t>(precision)] == '5' &&
+         digits.find_first_not_of('0', static_cast<size_t>(precision) + 1) == std::string_view::npos;
+}
+
+// |v|, nudged one step outward when it is an exact tie, so that the
+// correctly-rounding to_chars rounds the tie away from zero as the runtime's
+// number layout does (0.125 to two decimals is 0.13, not 0.12).
+double TieAwayFromZero(double v, bool tie) {
+  const double a = std::fabs(v);
+  return tie ? std::nextafter(a, std::numeric_limits<double>::infinity()) : a;
+}
+
 void AppendUnsigned(unsigned value, NumText& out) {
   char buf[16];
   auto r = std::to_chars(buf, buf + sizeof buf, value);
@@ -32,11 +74,10 @@ void AppendUnsigned(unsigned value, NumText& out) {
 
 void RoundToDigits(double v, int precision, bool keep_zeros, Digits& out) {
   precision = ClampPrecision(precision);
-  // to_chars rounds the exact binary value correctly, so the digits are the
-  // shortest honest rendering at this precision.
+  // to_chars rounds the exact binary value to nearest; ties go away from zero.
   char buf[48];
-  auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::scientific,
-                         precision - 1);
+  const double a = TieAwayFromZero(v, IsSignificantTie(v, precision));
+  auto r = std::to_chars(buf, buf + sizeof buf, a, std::chars_format::scientific, precision - 1);
   const char* p = buf;
   out.count = 0;
   for (; p < r.ptr && *p != 'e'; ++p) {
@@ -114,7 +155,8 @@ void FixedText(double v, int decimals, bool thousands, NumText& out) {
   if (NonFiniteText(v, out)) return;
   decimals = decimals < 0 ? 0 : (decimals > 18 ? 18 : decimals);
   char buf[400];
-  auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::fixed, decimals);
+  const double a = TieAwayFromZero(v, ExactFractionDigits(v) == decimals + 1);
+  auto r = std::to_chars(buf, buf + sizeof buf, a, std::chars_format::fixed, decimals);
   const std::string_view text(buf, static_cast<size_t>(r.ptr - buf));
   if (v < 0 && text.find_first_not_of("0.") != std::string_view::npos) out.Push('-');
   const size_t point = text.find('.');

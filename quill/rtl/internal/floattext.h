@@ -1,5 +1,9 @@
 // Number layout shared by FloatToStr, CurrToStr and Format's %f/%e/%g/%n/%m.
 //
+// Rounding is to the nearest value; a value exactly halfway (only values with
+// a short binary expansion, such as 0.125 or 2.5, can be) rounds away from
+// zero, so "%.2f" of 0.125 is 0.13 and "%.0f" of 2.5 is 3.
+//
 // The routines write ASCII text into a fixed buffer (no allocation): '.' marks
 // the decimal point and ',' a thousands separator; the caller maps them to the
 // settings' separators while copying the text into its own string form.
