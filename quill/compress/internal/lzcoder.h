@@ -1,0 +1,30 @@
+// The fast LZG coder used by TLZGCompressor.
+//
+// LZEncode produces exactly the tokens of the window classes in
+// lzreference.h (the readable statement of the algorithm), and LZDecode
+// exactly their output, including for damaged data; the tests compare both on
+// many inputs. The working set is bounded: a 2,048-byte history, the match
+// index, and fixed-size I/O buffers, whatever the stream sizes.
+//
+// Differences that only a caller watching the streams during a run can see:
+// the source is read in large blocks rather than 127 bytes at a time, and the
+// output is written in large blocks. The positions passed to the progress hook
+// are the ones the 127-byte reader would have reached, and when an error
+// passes every token completed so far is written before it travels on.
+#pragma once
+
+#include "quill/compress/internal/lzformat.h"
+#include "quill/rtl/streams.h"
+
+namespace quill::Gcompress::internal {
+
+// Codes `src` from its position to its end into tokens written to `dst` at
+// its position. REQUIRES: the source delivers the bytes its size promises; if
+// it delivers fewer, coding ends with the bytes delivered.
+void LZEncode(TStream& src, TStream& dst, const LZProgress& progress);
+
+// Decodes tokens from `src` until its position reaches its size, writing to
+// `dst`. Never reads or writes outside its own buffers.
+void LZDecode(TStream& src, TStream& dst, const LZProgress& progress);
+
+}  // namespace quill::Gcompress::internal

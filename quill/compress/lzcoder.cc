@@ -1,0 +1,307 @@
+// The fast LZG coder.
+//
+// Compression keeps the input in a linear buffer (a 4 KiB history plus a
+// 64 KiB block) instead of the 2,048-byte ring, and replaces the per-byte
+// position lists by a hash chain over the first three bytes. The tokens stay
+// exactly those of the window classes because only candidates that match at
+// least three bytes can be chosen, and such a candidate is reached in the same
+// newest-first order; the per-byte "last 40 codings" limit is kept with a
+// running count of each byte value's codings.
+//
+// Expansion keeps the output in a linear buffer whose first 2,048 bytes stand
+// for the ring (zero before anything is written), so a copy is a plain
+// backwards copy; the one case where the ring's write-back differs from a
+// plain copy (distance + length above 2,048) takes a slow path.
+#include "quill/compress/internal/lzcoder.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace quill::Gcompress::internal {
+namespace {
+
+constexpr int64_t kHistory = 4096;      // input kept before the coding position
+constexpr int64_t kInBlock = 1 << 16;   // input read per refill
+constexpr int64_t kSlack = 32;          // readable bytes past the data (word loads)
+constexpr int64_t kOutBlock = 1 << 16;  // output gathered per write
+constexpr int kHashBits = 13;
+constexpr uint32_t kRingMask = 4095;    // chain entries kept: > the window
+constexpr int64_t kTokenRoom = 2 + kMaxLiteralRun;
+
+// Reads until `count` bytes arrived or the stream delivers nothing more.
+int64_t ReadFully(TStream& stream, uint8_t* buffer, int64_t count) {
+  int64_t got = 0;
+  while (got < count) {
+    const int64_t n = stream.Read(buffer + got, count - got);
+    if (n <= 0) break;
+    got += n;
+  }
+  return got;
+}
+
+inline uint32_t Load3(const uint8_t* p) {
+  return uint32_t{p[0]} | (uint32_t{p[1]} << 8) | (uint32_t{p[2]} << 16);
+}
+
+inline uint32_t Hash3(uint32_t key) { return (key * 2654435761u) >> (32 - kHashBits); }
+
+inline uint64_t Load64(const uint8_t* p) {
+  uint64_t v;
+  std::memcpy(&v, p, 8);
+  return v;
+}
+
+// Length of the common prefix of `a` and `b`, at most `limit` (<= 24). Reads
+// whole words, so up to 24 bytes of each must be readable.
+inline int32_t MatchLength(const uint8_t* a, const uint8_t* b, int32_t limit) {
+  for (int32_t i = 0; i < limit; i += 8) {
+    const uint64_t x = Load64(a + i) ^ Load64(b + i);
+    if (x != 0) {
+      const int32_t n = i + ((std::endian::native == std::endian::little ? std::countr_zero(x)
+                                                                          : std::countl_zero(x)) >> 3);
+      return std::min(n, limit);
+    }
+  }
+  return limit;
+}
+
+// Output tokens gathered in a fixed block. A batch leaves the block before it
+// is written, so a failed write is never repeated.
+class TokenSink {
+ public:
+  explicit TokenSink(TStream& dst) : dst_(dst), buf_(new uint8_t[kOutBlock + kTokenRoom]) {}
+  uint8_t* Reserve() { return buf_.get() + len_; }
+  void Commit(int64_t n) {
+    len_ += n;
+    if (len_ >= kOutBlock) Flush();
+  }
+  void Flush() {
+    const int64_t n = len_;
+    len_ = 0;
+    if (n > 0) dst_.WriteBuffer(buf_.get(), n);
+  }
+
+ private:
+  TStream& dst_;
+  std::unique_ptr<uint8_t[]> buf_;
+  int64_t len_ = 0;
+};
+
+}  // namespace
+
+void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
+  const int64_t start = src.Position();
+  const int64_t size = src.Size();
+  int64_t total = std::max<int64_t>(0, size - start);
+
+  std::vector<uint8_t> in(kHistory + kInBlock + kSlack);
+  int64_t base = 0;    // input index of in[0]
+  int64_t loaded = 0;  // input index of the first byte not read yet
+
+  std::vector<int64_t> head(size_t{1} << kHashBits, -1);
+  std::array<int64_t, kRingMask + 1> prev;   // previous position in the same chain
+  std::array<uint32_t, kRingMask + 1> order; // which coding of its byte value a position was
+  std::array<uint32_t, 256> codings{};       // codings of each byte value so far
+
+  TokenSink out(dst);
+  int32_t literal_count = 0;
+  int64_t literal_start = 0;
+
+  // Enters coded position `pos` in the match index. Positions within two bytes
+  // of the end can never start a 3-byte match and stay out of the chains.
+  auto enter = [&](int64_t pos) {
+    const uint8_t* q = in.data() + (pos - base);
+    order[pos & kRingMask] = ++codings[q[0]];
+    if (pos + 2 < total) {
+      const uint32_t h = Hash3(Load3(q));
+      prev[pos & kRingMask] = head[h];
+      head[h] = pos;
+    }
+  };
+  auto emit_literals = [&] {
+    uint8_t* o = out.Reserve();
+    o[0] = static_cast<uint8_t>(literal_count * 2);
+    std::memcpy(o + 1, in.data() + (literal_start - base), static_cast<size_t>(literal_count));
+    out.Commit(1 + literal_count);
+    literal_count = 0;
+  };
+
+  try {
+    int64_t cur = 0;  // input index of the first uncoded byte
+    while (cur < total) {
+      if (loaded < std::min(cur + kLookahead, total)) {
+        // Slide: keep the history the window and the pending literals need.
+        const int64_t new_base = std::max(base, cur - kHistory);
+        if (new_base > base) {
+          std::memmove(in.data(), in.data() + (new_base - base), static_cast<size_t>(loaded - new_base));
+          base = new_base;
+        }
+        const int64_t want = std::min(kHistory + kInBlock - (loaded - base), total - loaded);
+        const int64_t got = ReadFully(src, in.data() + (loaded - base), want);
+        loaded += got;
+        if (got < want) total = loaded;  // the source ended early
+        std::memset(in.data() + (loaded - base), 0, kSlack);
+        if (cur >= total) break;
+      }
+      // Where the 127-byte lookahead reader would stand, and the oldest
+      // position still inside its 2,048-byte window.
+      const int64_t reader = std::min(cur + kLookahead, total);
+      const int64_t window_start = std::max<int64_t>(0, reader - kWindowSize);
+      const int32_t avail = static_cast<int32_t>(std::min<int64_t>(kLookahead, total - cur));
+      const uint8_t* p = in.data() + (cur - base);
+
+      int32_t best = 0;
+      int64_t best_distance = 0;
+      if (avail >= kMinMatch) {
+        const int32_t limit = std::min(avail, kMaxMatch);
+        const uint32_t key = Load3(p);
+        const uint32_t codings_of_first = codings[p[0]];
+        for (int64_t cand = head[Hash3(key)]; cand >= window_start; cand = prev[cand & kRingMask]) {
+          const uint8_t* q = in.data() + (cand - base);
+          if (Load3(q) != key) continue;  // another key in the same hash slot
+          // Only the last 40 codings of a byte value are remembered; older
+          // candidates in this chain are older still.
+          if (codings_of_first - order[cand & kRingMask] >= static_cast<uint32_t>(kPositionsPerByte)) break;
+          // A candidate must be strictly longer to win: test the deciding byte first.
+          if (best != 0 && q[best] != p[best]) continue;
+          const int32_t len = MatchLength(q, p, limit);
+          if (len > best) {
+            best = len;
+            best_distance = cur - cand;
+            if (best >= kGoodEnough || best == limit) break;
+          }
+        }
+      }
+
+      if (best >= kMinMatch) {
+        if (literal_count > 0) emit_literals();
+        EncodeCopy(out.Reserve(), static_cast<uint32_t>(best_distance), static_cast<uint32_t>(best));
+        out.Commit(2);
+        for (int32_t i = 0; i < best; ++i) enter(cur + i);
+        cur += best;
+      } else {
+        if (literal_count == kMaxLiteralRun) emit_literals();
+        if (literal_count == 0) literal_start = cur;
+        ++literal_count;
+        enter(cur);
+        ++cur;
+      }
+      progress(start + reader, size);
+    }
+    if (literal_count > 0) emit_literals();
+    out.Flush();
+  } catch (...) {
+    // Tokens completed so far reach the destination; the pending literal run
+    // does not, as with the window classes.
+    out.Flush();
+    throw;
+  }
+}
+
+void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
+  const int64_t start = src.Position();
+  const int64_t size = src.Size();
+  int64_t total = std::max<int64_t>(0, size - start);
+
+  std::unique_ptr<uint8_t[]> in(new uint8_t[kInBlock]);
+  int64_t in_pos = 0;
+  int64_t in_end = 0;
+  int64_t fetched = 0;   // bytes read from the source
+  int64_t consumed = 0;  // bytes decoded
+
+  // win[0 .. kWindowSize) stands for the ring before the first output byte.
+  constexpr int64_t kOutCap = kWindowSize + (1 << 17);
+  std::unique_ptr<uint8_t[]> win(new uint8_t[kOutCap + 64]());
+  int64_t w = kWindowSize;        // end of the output
+  int64_t pending = kWindowSize;  // first output byte not written yet
+
+  auto write_pending = [&] {
+    const int64_t from = pending;
+    pending = w;
+    if (w > from) dst.WriteBuffer(win.get() + from, w - from);
+  };
+
+  try {
+    while (consumed < total) {
+      if (in_end - in_pos < kTokenRoom && fetched < total) {
+        std::memmove(in.get(), in.get() + in_pos, static_cast<size_t>(in_end - in_pos));
+        in_end -= in_pos;
+        in_pos = 0;
+        const int64_t want = std::min(kInBlock - in_end, total - fetched);
+        const int64_t got = ReadFully(src, in.get() + in_end, want);
+        fetched += got;
+        in_end += got;
+        if (got < want) total = fetched;  // the source ended early
+        if (in_pos == in_end) break;
+      }
+      if (w + kTokenRoom + 32 > kOutCap) {
+        write_pending();
+        std::memmove(win.get(), win.get() + (w - kWindowSize), kWindowSize);
+        w = kWindowSize;
+        pending = w;
+      }
+
+      const uint8_t b = in[in_pos++];
+      ++consumed;
+      uint8_t* o = win.get() + w;
+      if (b & 1) {
+        uint32_t c = 0;  // a stream cut inside the token reads as 0
+        if (in_pos < in_end) {
+          c = in[in_pos++];
+          ++consumed;
+        }
+        uint32_t d = 0;
+        uint32_t len = 0;
+        DecodeCopy(b | (c << 8), d, len);
+        // Distance 0 copies each ring slot onto itself: the byte 2,048 back.
+        if (d == 0) d = kWindowSize;
+        if (d + len > static_cast<uint32_t>(kWindowSize)) {
+          // The copy runs over the front of its own source in the ring, and
+          // what is written out is read back from there after the copy.
+          for (uint32_t k = 0; k < len; ++k) o[k] = o[static_cast<int64_t>(k) - d];
+          write_pending();
+          uint8_t shown[kMaxMatch];
+          const uint32_t overwritten = len + d - kWindowSize;
+          for (uint32_t k = 0; k < len; ++k)
+            shown[k] = k < overwritten ? o[k + kWindowSize - d] : o[static_cast<int64_t>(k) - d];
+          pending = w + len;
+          w += len;
+          dst.WriteBuffer(shown, len);
+        } else {
+          const uint8_t* s = o - d;
+          if (d >= 8) {
+            // Word copies: each reads at least 8 bytes behind what it writes.
+            std::memcpy(o, s, 8);
+            std::memcpy(o + 8, s + 8, 8);
+            std::memcpy(o + 16, s + 16, 8);
+          } else {
+            for (uint32_t k = 0; k < len; ++k) o[k] = s[k];
+          }
+          w += len;
+        }
+      } else {
+        const int64_t n = b >> 1;
+        const int64_t got = std::min(n, in_end - in_pos);
+        std::memcpy(o, in.get() + in_pos, static_cast<size_t>(got));
+        in_pos += got;
+        consumed += got;
+        // A run cut short leaves the ring's old bytes in the missing places.
+        // (n < 2,048, so the two ranges never overlap.)
+        if (got < n)
+          std::memcpy(o + got, win.get() + (w + got - kWindowSize), static_cast<size_t>(n - got));
+        w += n;
+      }
+      progress(start + consumed, size);
+    }
+    write_pending();
+  } catch (...) {
+    write_pending();
+    throw;
+  }
+}
+
+}  // namespace quill::Gcompress::internal
