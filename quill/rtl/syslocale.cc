@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "quill/rtl/formatsettings.h"
 #include "quill/rtl/internal/localecache.h"
 #include "quill/rtl/localefacts.h"
 
@@ -229,7 +230,7 @@ void ResetLocaleCache() {
     g_answers = Answers{};
   }
   internal::g_generation.fetch_add(1, std::memory_order_acq_rel);
-  // FORMATSETTINGS_RESET
+  ResetFormatSettings();
 }
 
 }  // namespace quill
