@@ -1,0 +1,82 @@
+// Helpers shared by the Gcompress tests: byte vectors in and out of memory
+// streams, both coders side by side, and a readable listing of tokens.
+#pragma once
+
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "quill/compress/internal/lzcoder.h"
+#include "quill/compress/internal/lzreference.h"
+#include "quill/rtl/streams.h"
+
+namespace quill::Gcompress::testing {
+
+using Bytes = std::vector<uint8_t>;
+
+inline Bytes ToBytes(std::string_view s) { return Bytes(s.begin(), s.end()); }
+
+inline Bytes Contents(TMemoryStream& m) {
+  return Bytes(m.Memory(), m.Memory() + m.Size());
+}
+
+inline void Fill(TMemoryStream& m, const Bytes& b) {
+  m.SetSize(0);
+  if (!b.empty()) m.WriteBuffer(b.data(), static_cast<int64_t>(b.size()));
+  m.SetPosition(0);
+}
+
+enum class Coder { kFast, kReference };
+
+// Token bytes (no header) for `plain`.
+inline Bytes EncodeBody(const Bytes& plain, Coder coder) {
+  TMemoryStream in, out;
+  Fill(in, plain);
+  if (coder == Coder::kFast)
+    internal::LZEncode(in, out, {});
+  else
+    internal::ReferenceCompress(in, out, {});
+  return Contents(out);
+}
+
+// Output of decoding token bytes (no header).
+inline Bytes DecodeBody(const Bytes& tokens, Coder coder) {
+  TMemoryStream in, out;
+  Fill(in, tokens);
+  if (coder == Coder::kFast)
+    internal::LZDecode(in, out, {});
+  else
+    internal::ReferenceDecompress(in, out, {});
+  return Contents(out);
+}
+
+// Lists the tokens of a body: "L3" for a literal run of 3 bytes, "C1:18" for
+// a copy of distance 1 and length 18, separated by spaces.
+inline std::string Describe(const Bytes& tokens) {
+  std::string s;
+  size_t i = 0;
+  while (i < tokens.size()) {
+    if (!s.empty()) s += ' ';
+    const uint8_t b = tokens[i];
+    if (b & 1) {
+      const uint32_t w = b | (i + 1 < tokens.size() ? uint32_t{tokens[i + 1]} << 8 : 0u);
+      s += "C" + std::to_string((w & 0x0FFF) >> 1) + ":" + std::to_string((w >> 12) + 3);
+      i += 2;
+    } else {
+      s += "L" + std::to_string(b >> 1);
+      i += 1 + (b >> 1);
+    }
+  }
+  return s;
+}
+
+inline Bytes RandomBytes(size_t n, uint32_t seed, int alphabet = 256) {
+  std::mt19937 rng(seed);
+  Bytes b(n);
+  for (auto& c : b) c = static_cast<uint8_t>(rng() % static_cast<uint32_t>(alphabet));
+  return b;
+}
+
+}  // namespace quill::Gcompress::testing
