@@ -21,8 +21,11 @@ class Currency {
   // A whole number of units.
   static constexpr Currency FromInt(int64_t units) { return FromRaw(units * 10000); }
   // `v` rounded to the nearest ten-thousandth, halves to even (as the
-  // runtime's floating-point to currency conversion does). REQUIRES: the
-  // result fits the raw range.
+  // runtime's floating-point to currency conversion does). The double's exact
+  // binary value is rounded, so 0.00025 (stored a little above the half)
+  // gives 3 ten-thousandths while 0.03125 (an exact half: 312.5) gives 312.
+  // REQUIRES: the result fits the raw range (outside it, and for NaN, the
+  // result saturates / is zero rather than undefined).
   QUILL_API static Currency FromDouble(double v);
 
   [[nodiscard]] constexpr int64_t Raw() const { return raw_; }
