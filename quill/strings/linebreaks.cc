@@ -9,10 +9,15 @@ namespace quill::Gstrings {
 UnicodeString AdjustLineBreaks(UnicodeString s) {
   const char16_t* const begin = s.data();
   const char16_t* const end = begin + s.size();
-  // Counting pass: one more unit for every LF and every CR not followed by LF.
+  // Counting pass: one more unit for every lone LF and every CR not followed
+  // by LF. Each CR LF pair first counts its LF, then takes it back.
   size_t extra = static_cast<size_t>(std::count(begin, end, u'\n'));
   for (const char16_t* p = std::find(begin, end, u'\r'); p != end; p = std::find(p + 1, end, u'\r')) {
-    if (p + 1 == end || p[1] != u'\n') ++extra;
+    if (p + 1 == end || p[1] != u'\n') {
+      ++extra;
+    } else {
+      --extra;
+    }
   }
   if (extra == 0) return s;  // already CR LF throughout: no copy
 
