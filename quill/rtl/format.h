@@ -4,9 +4,23 @@
 //   Format(u"\"%s\" not a character", {u"#300"}) -> u"\"#300\" not a character"
 //
 // Specifier: '%' [index ':'] ['-'] [width] ['.' prec] type, with '*' taking the
-// width or precision from the arguments and "%%" giving '%'. Types: d, u, x, s,
-// f, e, g, n, m, p. An explicit index resets the argument pointer; later
-// specifiers continue from the argument after it.
+// width or precision from the arguments and "%%" giving '%'. An explicit index
+// resets the argument pointer; later specifiers continue from the argument
+// after it ("%d %d %0:d %d" with 10, 20 gives "10 20 10 20"). Width pads with
+// blanks on the left ('-': on the right; a negative '*' width too) and never
+// truncates. Type letters may be in either case:
+//   d  integer; prec = minimum digits, zero-padded, the sign not counted
+//   u  integer as unsigned; x the same in upper-case hexadecimal. A 32-bit
+//      argument shows its 32-bit pattern (-1 is FFFFFFFF), a 64-bit one 64 bits
+//   p  integer as 16 hexadecimal digits
+//   s  string or character (either form); prec = maximum characters kept
+//   f  fixed, prec decimals (default 2); n the same with thousands separators
+//   e  d.ddd...E+ddd with prec significant digits (default 15)
+//   g  the FloatToStr layout with prec significant digits (default 15)
+//   m  money: %n with CurrencyDecimals and the currency string placed by
+//      CurrencyFormat / NegCurrFormat
+// Floating-point types take double arguments only and use the process's
+// FormatSettings() separators; exact halves round away from zero.
 #pragma once
 
 #include <cstdint>
@@ -50,9 +64,11 @@ class QUILL_API FormatArg {
 };
 
 // Formats `fmt` with `args`. Raises EConvertError "Format '%s' invalid or
-// incompatible with argument" for a wrong argument type or an unknown type
-// letter, and "No argument for format '%s'" when arguments run out; %s there is
-// the whole format string.
+// incompatible with argument" for a wrong argument type, an unknown type
+// letter, a specifier cut off by the end of the text or a width/precision
+// above 1048576, and "No argument for format '%s'" when arguments run out; %s
+// there is the whole format string, untruncated. The message is assembled
+// directly, never through Format itself.
 [[nodiscard]] QUILL_API UnicodeString Format(std::u16string_view fmt,
                                              std::initializer_list<FormatArg> args);
 
