@@ -3,7 +3,10 @@
 // Read/Write transfer up to the count asked and return what they moved;
 // ReadBuffer/WriteBuffer raise EReadError "Stream read error" /
 // EWriteError "Stream write error" when fewer bytes move.
-// Positions and sizes are 64-bit; seeking beyond the end is allowed.
+// Positions and sizes are 64-bit; seeking beyond the end is allowed and a
+// write there fills the gap with zeros.
+//
+//   TMemoryStream ms;  ms.WriteBuffer("abc", 3);  ms.SaveToFile("/tmp/x.bin");
 #pragma once
 
 #include <cstdint>
@@ -35,15 +38,18 @@ class QUILL_API TStream : public TObject {
   // Property Position.
   [[nodiscard]] int64_t Position() { return Seek(0, soCurrent); }
   void SetPosition(int64_t pos) { Seek(pos, soBeginning); }
-  // Property Size: the default finds the end by seeking and restores the position.
+  // Property Size: the default finds the end by seeking and restores the
+  // position. The default SetSize does nothing (a stream that cannot resize).
   [[nodiscard]] virtual int64_t Size();
   virtual void SetSize(int64_t new_size);
 
-  // Copies `count` bytes from `source` (0: the whole source from position 0);
-  // returns the count copied.
+  // Copies `count` bytes from `source`'s position (0 or less: the whole source
+  // from position 0); returns the count copied. A short source raises EReadError.
   int64_t CopyFrom(TStream& source, int64_t count);
 };
 
+// A stream over a growable byte buffer. The position may be set anywhere,
+// even before the start: reads and writes there move nothing.
 class QUILL_API TMemoryStream : public TStream {
  public:
   TMemoryStream() = default;
@@ -53,9 +59,12 @@ class QUILL_API TMemoryStream : public TStream {
   int64_t Write(const void* buffer, int64_t count) override;
   int64_t Seek(int64_t offset, TSeekOrigin origin) override;
   [[nodiscard]] int64_t Size() override { return static_cast<int64_t>(data_.size()); }
+  // Truncates or zero-extends; a position beyond the new end moves to the
+  // end; a negative size empties the stream.
   void SetSize(int64_t new_size) override;
 
-  // Replaces the contents by the file's bytes, position 0. Raises EFOpenError.
+  // Replaces the contents by the file's bytes, position 0. Raises EFOpenError
+  // (and leaves the stream unchanged).
   void LoadFromFile(const std::string& file_name);
   void LoadFromStream(TStream& source);
   // Writes the whole contents to the file (created or truncated). Raises EFCreateError.
@@ -81,9 +90,12 @@ inline constexpr uint16_t fmShareDenyNone = 0x0040;
 
 class QUILL_API TFileStream : public TStream {
  public:
-  // Opens or creates `file_name`. Raises EFOpenError "Cannot open file
-  // "%s". %s" (full path, system error text) or EFCreateError "Cannot create
-  // file "%s". %s".
+  // Opens or creates `file_name` (UTF-8). fmCreate creates or truncates the
+  // file for reading and writing; otherwise the low bits choose fmOpenRead,
+  // fmOpenWrite or fmOpenReadWrite. Share flags are accepted and ignored.
+  // Raises EFOpenError "Cannot open file "%s". %s" (full absolute path,
+  // system error text without final period; a directory counts as a failure)
+  // or EFCreateError "Cannot create file "%s". %s".
   TFileStream(const std::string& file_name, uint16_t mode);
   ~TFileStream() override;
   TFileStream(const TFileStream&) = delete;
@@ -91,6 +103,7 @@ class QUILL_API TFileStream : public TStream {
 
   int64_t Read(void* buffer, int64_t count) override;
   int64_t Write(const void* buffer, int64_t count) override;
+  // Returns -1 when the system refuses the position (before the start).
   int64_t Seek(int64_t offset, TSeekOrigin origin) override;
   // The file's size from the system (no seeking).
   [[nodiscard]] int64_t Size() override;

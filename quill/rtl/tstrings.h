@@ -11,6 +11,8 @@
 // character 1..32 (unless StrictDelimiter); a list holding one empty string
 // reads as "\"\"". Writing clears the list and splits at the Delimiter and at
 // runs of characters 1..32, reading QuoteChar-quoted items with doubled quotes.
+// A closing quote ends an item even without a delimiter, an unterminated quote
+// takes the rest of the text, and an embedded #0 ends the text being split.
 //
 //   TStringList sl;  sl.SetCommaText(u"a, \"b c\",,d");   // a | b c | (empty) | d
 #pragma once
@@ -57,7 +59,9 @@ class QUILL_API TStrings : public TObject {
   // Adds every string (and object) of `other`.
   void AddStrings(const TStrings& other);
   // Replaces the contents by those of `source` (objects copied as pointers)
-  // and copies Delimiter, QuoteChar, NameValueSeparator, StrictDelimiter.
+  // and copies Delimiter, QuoteChar, NameValueSeparator, StrictDelimiter and
+  // LineBreak. Sorted, CaseSensitive and Duplicates stay the destination's
+  // own; a sorted destination sorts the new lines under its own rules.
   virtual void Assign(const TStrings& source);
   // Swaps two lines with their objects.
   virtual void Exchange(int32_t index1, int32_t index2);
@@ -68,20 +72,33 @@ class QUILL_API TStrings : public TObject {
   // Index of the first string equal to `s` under CompareStrings, or -1.
   [[nodiscard]] virtual int32_t IndexOf(const UnicodeString& s) const;
   [[nodiscard]] int32_t IndexOfObject(const TObject* obj) const;
-  // Index of the first "name=value" string whose name equals `name`, or -1.
+  // Index of the first "name=value" string whose name equals `name` under
+  // CompareStrings, or -1.
   [[nodiscard]] int32_t IndexOfName(const UnicodeString& name) const;
-  // The name / value part of string `index` (split at NameValueSeparator).
+  // The name / value part of string `index`, split at the first
+  // NameValueSeparator; both are empty for a string without separator.
+  // ValueFromIndex(-1) is empty (no error).
   [[nodiscard]] UnicodeString Names(int32_t index) const;
   [[nodiscard]] UnicodeString ValueFromIndex(int32_t index) const;
   [[nodiscard]] UnicodeString Values(const UnicodeString& name) const;
+  // Replaces the line of `name` by "name=value" (adds it when absent); an
+  // empty value deletes the line.
   void SetValues(const UnicodeString& name, const UnicodeString& value);
 
   // Lines joined with LineBreak ("\n" by default), each followed by it.
   [[nodiscard]] UnicodeString Text() const;
-  // Splits at CR, LF and CR LF.
+  // Clears the list and adds the lines of `text`, split at CR, LF and CR LF
+  // (when LineBreak is one of those) or at LineBreak itself otherwise. A final
+  // line break adds no empty line; #0 is an ordinary character here.
   void SetText(const UnicodeString& text);
+  // Delimited text with ',' and '"' whatever Delimiter and QuoteChar are;
+  // the setter leaves those two properties unchanged. StrictDelimiter applies.
   [[nodiscard]] UnicodeString CommaText() const;
   void SetCommaText(const UnicodeString& text);
+  // The items joined with Delimiter, quoted with QuoteChar where needed; an
+  // empty list gives "". The setter clears the list and Adds each item (so a
+  // sorted list sorts them and applies Duplicates). With StrictDelimiter only
+  // the Delimiter separates items and blanks are kept.
   [[nodiscard]] UnicodeString DelimitedText() const;
   void SetDelimitedText(const UnicodeString& text);
 
@@ -96,8 +113,9 @@ class QUILL_API TStrings : public TObject {
   [[nodiscard]] const UnicodeString& LineBreak() const { return line_break_; }
   void SetLineBreak(const UnicodeString& lb) { line_break_ = lb; }
 
-  // Reads / writes UTF-8 text files (a UTF-8 byte-order mark is skipped).
-  // Raise EFOpenError / EFCreateError.
+  // Reads / writes UTF-8 text files (a UTF-8 byte-order mark is skipped on
+  // reading; none is written). Raise EFOpenError / EFCreateError; a failed
+  // load leaves the list unchanged.
   virtual void LoadFromFile(const std::string& file_name);
   virtual void SaveToFile(const std::string& file_name) const;
 
@@ -155,16 +173,26 @@ class QUILL_API TStringList : public TStrings {
   [[nodiscard]] int CompareStrings(const UnicodeString& a, const UnicodeString& b) const override;
 
   // Binary search of a sorted list: true and the index when found, else false
-  // and the insertion index.
+  // and the insertion index. With dupAccept the first of equal lines is found.
   bool Find(const UnicodeString& s, int32_t& index) const;
+  // Sorts an unsorted list once (stable; Sorted() stays false). A sorted list
+  // is always in order already.
   void Sort();
 
+  // A sorted list keeps its lines in CompareStrings order: Add/AddObject put
+  // each line in place and apply Duplicates (dupIgnore drops the new line and
+  // returns the existing index, leaving the object with the caller; dupError
+  // raises "String list does not allow duplicates"); Insert, Put and Move raise
+  // "Operation not allowed on sorted list". Switching Sorted on sorts the list.
   [[nodiscard]] bool Sorted() const { return sorted_; }
   void SetSorted(bool v);
   [[nodiscard]] TDuplicates Duplicates() const { return duplicates_; }
   void SetDuplicates(TDuplicates d) { duplicates_ = d; }
+  // Chooses AnsiCompareStr over AnsiCompareText; a sorted list re-sorts.
   [[nodiscard]] bool CaseSensitive() const { return case_sensitive_; }
   void SetCaseSensitive(bool v);
+  // An owning list deletes the object of a line on Delete, Clear and its own
+  // destruction (not when PutObject replaces it).
   [[nodiscard]] bool OwnsObjects() const { return owns_objects_; }
   void SetOwnsObjects(bool v) { owns_objects_ = v; }
 
