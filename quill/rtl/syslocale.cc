@@ -10,6 +10,7 @@
 
 #include "quill/rtl/formatsettings.h"
 #include "quill/rtl/internal/localecache.h"
+#include "quill/rtl/internal/localenames.h"
 #include "quill/rtl/localefacts.h"
 
 namespace quill {
@@ -23,7 +24,6 @@ uint64_t LocaleCacheGeneration() { return g_generation.load(std::memory_order_ac
 }  // namespace internal
 
 namespace {
-
 constexpr LCID kEnUs = 0x0409;
 
 std::string_view Env(const char* name) {
@@ -43,9 +43,10 @@ bool IsDigits(std::string_view s) {
   return true;
 }
 
-// Turns a POSIX locale name ("de_DE.UTF-8@euro", "sr_RS@latin") or a tag
-// ("de-de") into a language tag spelled as the fact table spells it when the
-// table knows it ("de-DE"), else in the usual BCP 47 case ("xx-YY").
+}  // namespace
+
+namespace internal {
+
 std::string PosixNameToTag(std::string_view name) {
   std::string_view modifier;
   if (const auto at = name.find('@'); at != std::string_view::npos) {
@@ -84,8 +85,7 @@ std::string PosixNameToTag(std::string_view name) {
   return tag;
 }
 
-// The value of LANG in a shell-style configuration file, or empty.
-std::string LangFromFile(const char* path) {
+std::string LangFromConfigFile(const char* path) {
   std::ifstream in(path);
   std::string line;
   std::string found;
@@ -104,8 +104,6 @@ std::string LangFromFile(const char* path) {
   return found;
 }
 
-// A locale setting given as a tag, a POSIX name or an LCID (decimal or
-// 0x-hex); empty when it names nothing usable.
 std::string TagFromSetting(std::string_view value) {
   if (value.empty()) return {};
   if (IsCLocale(value)) return "en-US";
@@ -126,12 +124,20 @@ std::string TagFromSetting(std::string_view value) {
   return PosixNameToTag(value);
 }
 
-std::string ComputeSystemTag() {
-  if (std::string tag = TagFromSetting(Env("QUILL_SYSTEM_LOCALE")); !tag.empty()) return tag;
-  for (const char* path : {"/etc/default/locale", "/etc/locale.conf"}) {
-    if (std::string tag = TagFromSetting(LangFromFile(path)); !tag.empty()) return tag;
+std::string SystemTagFrom(std::string_view override_value, std::initializer_list<const char*> files) {
+  if (std::string tag = TagFromSetting(override_value); !tag.empty()) return tag;
+  for (const char* path : files) {
+    if (std::string tag = TagFromSetting(LangFromConfigFile(path)); !tag.empty()) return tag;
   }
   return "en-US";
+}
+
+}  // namespace internal
+
+namespace {
+
+std::string ComputeSystemTag() {
+  return internal::SystemTagFrom(Env("QUILL_SYSTEM_LOCALE"), {"/etc/default/locale", "/etc/locale.conf"});
 }
 
 std::string ComputeUserTag(const std::string& system_tag) {
@@ -141,7 +147,7 @@ std::string ComputeUserTag(const std::string& system_tag) {
     const std::string_view v = Env(var);
     if (v.empty()) continue;
     if (IsCLocale(v)) break;
-    std::string tag = PosixNameToTag(v);
+    std::string tag = internal::PosixNameToTag(v);
     if (!tag.empty()) return tag;
     break;
   }
