@@ -34,7 +34,7 @@ TEST(QuotedString, Table) {
       {"\tx", '\'', "''#9'x'"},             // leading control: opens with an empty run
       {"ab\r\n", '\'', "'ab'#13#10"},       // trailing control: no closing quote
       {"a\x1f" "b", '"', "\"a\"#31\"b\""},  // other quote character
-      {"\x00", '\'', "''#0"},               // NUL alone
+      {std::string(1, '\0'), '\'', "''#0"},  // NUL alone
       {"x y", '\'', "'x y'"},               // blank (32) stays inside
       {"\x7f\xc8", '\'', "'\x7f\xc8'"},     // DEL and high bytes copied
       {"a\"b", '\'', "'a\"b'"},             // the other quote is not doubled
@@ -116,7 +116,9 @@ TEST(UnquotedString, CodeAbove255Fails8BitWithBaseClass) {
 TEST(UnquotedString, Code256IsACharacterInUtf16) {
   EXPECT_EQ(UnquotedString(u"#256", u'\''), UnicodeString(1, char16_t(256)));
   EXPECT_EQ(UnquotedString(u"#65535", u'\''), UnicodeString(1, char16_t(0xFFFF)));
-  EXPECT_EQ(UnquotedString(u"#$263A'!'", u'\''), u"\u263A!");
+  EXPECT_EQ(UnquotedString(u"#9786'!'", u'\''), u"\u263A!");
+  // Hex letters are not part of the run: "A" ends the reading.
+  EXPECT_EQ(UnquotedString(u"#$263A'!'", u'\''), u"\u0263");
 }
 
 TEST(UnquotedString, CodeAbove65535FailsInUtf16) {
