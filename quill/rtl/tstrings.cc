@@ -316,7 +316,8 @@ int32_t TStringList::IndexOf(const UnicodeString& s) const {
 }
 
 int TStringList::CompareStrings(const UnicodeString& a, const UnicodeString& b) const {
-  return case_sensitive_ ? AnsiCompareStr(a, b) : AnsiCompareText(a, b);
+  if (use_locale_) return case_sensitive_ ? AnsiCompareStr(a, b) : AnsiCompareText(a, b);
+  return case_sensitive_ ? CompareStr(a, b) : CompareText(a, b);
 }
 
 bool TStringList::Find(const UnicodeString& s, int32_t& index) const {
@@ -365,6 +366,12 @@ void TStringList::SetCaseSensitive(bool v) {
   if (v == case_sensitive_) return;
   case_sensitive_ = v;
   // The order depends on the comparison; re-establish it.
+  if (sorted_) SortItems();
+}
+
+void TStringList::SetUseLocale(bool v) {
+  if (v == use_locale_) return;
+  use_locale_ = v;
   if (sorted_) SortItems();
 }
 

@@ -191,6 +191,10 @@ class QUILL_API TStringList : public TStrings {
   // Chooses AnsiCompareStr over AnsiCompareText; a sorted list re-sorts.
   [[nodiscard]] bool CaseSensitive() const { return case_sensitive_; }
   void SetCaseSensitive(bool v);
+  // False switches to the ordinal CompareText / CompareStr (ASCII letters
+  // folded, no locale); a sorted list re-sorts. Default true.
+  [[nodiscard]] bool UseLocale() const { return use_locale_; }
+  void SetUseLocale(bool v);
   // An owning list deletes the object of a line on Delete, Clear and its own
   // destruction (not when PutObject replaces it).
   [[nodiscard]] bool OwnsObjects() const { return owns_objects_; }
@@ -211,6 +215,7 @@ class QUILL_API TStringList : public TStrings {
   std::vector<Item> items_;
   bool sorted_ = false;
   bool case_sensitive_ = false;
+  bool use_locale_ = true;
   bool owns_objects_ = false;
   TDuplicates duplicates_ = dupIgnore;
 };

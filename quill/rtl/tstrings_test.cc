@@ -58,6 +58,7 @@ TEST(TStringListDefaults, MatchTheRuntime) {
   EXPECT_EQ(sl.NameValueSeparator(), u'=');
   EXPECT_FALSE(sl.StrictDelimiter());
   EXPECT_FALSE(sl.OwnsObjects());
+  EXPECT_TRUE(sl.UseLocale());
   EXPECT_EQ(sl.LineBreak(), u"\n");
   TStringList owning(true);
   EXPECT_TRUE(owning.OwnsObjects());
@@ -169,6 +170,30 @@ TEST(TStringListIndexOf, NonAsciiLettersFoldThroughTheLocaleComparison) {
   EXPECT_EQ(sl.IndexOf(u"\u00E4RGER"), 0);
   // Accents count: a plain "A" is a different letter.
   EXPECT_EQ(sl.IndexOf(u"ARGER"), -1);
+}
+
+TEST(TStringListIndexOf, WithoutLocaleFoldsOnlyAscii) {
+  TStringList sl;
+  EXPECT_TRUE(sl.UseLocale());
+  sl.Add(u"\u00C4rger");
+  sl.Add(u"Zebra");
+  sl.SetUseLocale(false);
+  EXPECT_EQ(sl.IndexOf(u"zEBRA"), 1);
+  // Only 'a'..'z' fold: the umlaut's case now matters.
+  EXPECT_EQ(sl.IndexOf(u"\u00E4rger"), -1);
+  EXPECT_EQ(sl.IndexOf(u"\u00C4RGER"), 0);
+}
+
+TEST(TStringListSorted, OrdinalOrderWithoutLocale) {
+  TStringList sl;
+  sl.SetSorted(true);
+  sl.SetCommaText(u"b,\u00E9,a,Z");
+  // Locale order: a, b, e-acute, Z.
+  EXPECT_EQ(sl.CommaText(), u"a,b,\u00E9,Z");
+  sl.SetUseLocale(false);
+  // Ordinal order with ASCII folding: a, b, Z, then e-acute (U+00E9).
+  EXPECT_EQ(sl.CommaText(), u"a,b,Z,\u00E9");
+  EXPECT_EQ(sl.IndexOf(u"z"), 2);
 }
 
 TEST(TStringListSorted, InsertsInOrder) {
