@@ -7,7 +7,11 @@
 // as U+00DF, U+0130) keeps its simple one-to-one mapping or stays as it is.
 // The 8-bit forms map through the ANSI code page: each byte (or multi-byte
 // character) whose mapped form does not fit in the same bytes stays unchanged.
-// ASCII text takes a fast path that never calls ICU.
+// Characters map one at a time, without context: a final capital sigma lowers
+// to U+03C3 and Greek accents stay on capitals. Turkish, Azeri and Lithuanian
+// user locales use their own letter pairs (I <-> U+0131, U+0130 <-> i).
+// ASCII text takes a fast path that never calls ICU (outside those three
+// locales); single-byte code pages map through 256-entry tables built once.
 #pragma once
 
 #include <string>

@@ -4,7 +4,10 @@
 // 'A'..'Z'. The Ansi* forms are locale-aware linguistic comparisons (ICU
 // collator of the user locale; the case-insensitive ones at secondary
 // strength, so accents count and case does not). Results are <0, 0 or >0;
-// use only the sign.
+// use only the sign. The linguistic forms see composed and decomposed accents
+// as the same text; under a Turkish or Azeri user locale "I" and "i" are
+// different letters. The 8-bit Ansi* forms decode through the ANSI code page.
+// Collators are cached per thread until ResetLocaleCache().
 #pragma once
 
 #include <string_view>

@@ -3,7 +3,20 @@
 // Date and time formats use the runtime's format letters (d, dd, ddd, dddd,
 // m, mm, mmm, mmmm, yy, yyyy, h, hh, n, nn, s, ss, z, zzz, am/pm, ampm, '/'
 // for the date separator, ':' for the time separator, quoted literals).
-// Settings for a locale are built from ICU's data for that locale.
+// Settings for a locale are built from ICU's data for that locale, always on
+// the Gregorian calendar:
+// - ShortDateFormat is ICU's short date pattern with four-digit years;
+//   LongDateFormat is ICU's full pattern (with the weekday name); the time
+//   formats are the short and medium time patterns, with the narrow no-break
+//   space before AM/PM written as an ordinary space. The locale's own date
+//   separator stays in the format ("dd.mm.yyyy").
+// - DateSeparator/TimeSeparator are the first separators in those patterns.
+// - Month and day names are the format-context forms ("Januar", "janvier").
+// - ThousandSeparator is the locale's grouping character as ICU gives it
+//   (U+202F for fr-FR); ListSeparator is ';' where the decimal separator is
+//   ',', else ','.
+// - CurrencyFormat/NegCurrFormat follow the currency pattern's sign position
+//   (0 "$1", 1 "1$", 2 "$ 1", 3 "1 $"; negatives with a leading minus).
 //
 //   TFormatSettings de = TFormatSettings::Create(u"de-DE");
 //   de.DecimalSeparator == u',';  de.LongMonthNames[0] == u"Januar";

@@ -6,6 +6,9 @@
 // Translations come from the gettext catalog of the text domain "quill23"
 // (msgid = the English text) when one is installed for the current messages
 // language; otherwise the English text is used.
+// The language is gettext's: LANGUAGE, LC_ALL, LC_MESSAGES, LANG, and only
+// once the program has set its messages locale (setlocale(LC_ALL, "")); in
+// the plain "C" locale gettext never translates.
 #pragma once
 
 #include <cstdint>

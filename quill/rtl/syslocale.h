@@ -4,11 +4,13 @@
 // language tag such as "de-DE", or an LCID in decimal or 0x-hex), else the
 // system's configured LANG (/etc/default/locale, /etc/locale.conf), else en-US;
 // "C" and "POSIX" mean en-US.
-// User locale (identifier 1024, "the process's current settings"): LC_ALL, then
-// the category variable, then LANG from the environment; falls back to the
-// system default.
+// User locale (identifier 1024, "the process's current settings"): the first
+// of LC_ALL, LC_CTYPE and LANG that is set decides; "C"/"POSIX" there (or
+// none set) means the system default. POSIX names lose their codeset and
+// modifiers ("de_DE.UTF-8@euro" is "de-DE"; "sr_RS@latin" is "sr-Latn-RS").
 // GetACP(): QUILL_ANSI_CODEPAGE when set, else the system default locale's
 // ANSI code page from the Windows locale fact table (0 there means UTF-8).
+// The user locale never changes the code page.
 //
 // Results are computed on first use and cached; ResetLocaleCache() drops the
 // cache so that a changed environment is read again (tests use it).
@@ -43,10 +45,12 @@ inline constexpr LCID LOCALE_INVARIANT = 127;
 
 // The default ANSI code page.
 [[nodiscard]] QUILL_API TCodePage GetACP();
-// The OEM code page of the system default locale.
+// The OEM code page of the system default locale: 65001 for a Unicode-only
+// locale, 437 when the table has no OEM page for it.
 [[nodiscard]] QUILL_API TCodePage GetOEMCP();
 
-// Forgets cached locale answers (locales, code page, format settings).
+// Forgets cached locale answers (locales, code page, case tables, collators,
+// FormatSettings()); each is computed again from the environment on next use.
 QUILL_API void ResetLocaleCache();
 
 }  // namespace quill

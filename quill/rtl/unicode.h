@@ -5,6 +5,11 @@
 // routine here also takes an explicit code page. Conversions go through ICU
 // converters and never raise: bytes that have no mapping become U+FFFD (to
 // UTF-16) or '?' (to 8-bit), as the system's converter substitutes them.
+// The five undefined bytes of code page 1252 (81 8D 8F 90 9D) decode to the C1
+// controls of the same number, as on Windows. A code page with no converter
+// passes ASCII through and treats every other byte or character as unmapped.
+// Converters are opened once per thread and code page; ASCII text on an
+// ASCII-compatible page is copied without calling ICU.
 #pragma once
 
 #include <string>
@@ -29,7 +34,8 @@ inline constexpr TCodePage CP_UTF8 = 65001;
 // UTF-16 -> 8-bit text in `codepage`.
 [[nodiscard]] QUILL_API AnsiString UnicodeToAnsi(std::u16string_view s, TCodePage codepage = CP_ACP);
 
-// True when ICU has a converter for the Windows code page `codepage`.
+// True when ICU has a converter for the Windows code page `codepage`; false
+// for 0 (CP_ACP names no page of its own).
 [[nodiscard]] QUILL_API bool IsValidCodePage(TCodePage codepage);
 
 }  // namespace quill
