@@ -112,6 +112,8 @@ TEST(TryStrToCurr, ExactDecimalReading) {
 TEST(StrToCurr, RaisesFloatMessage) {
   const TFormatSettings fs = DotSettings();
   EXPECT_EQ(StrToCurr(u"2.25", fs).Raw(), 22500);
+  EXPECT_EQ(StrToCurr("-2.25", fs).Raw(), -22500);
+  EXPECT_THROW((void)StrToCurr("2,25", fs), EConvertError);
   try {
     (void)StrToCurr(u"x1", fs);
     FAIL() << "no exception";

@@ -153,6 +153,22 @@ double FloatOrRaise(std::basic_string_view<CharT> s, const TFormatSettings& fs) 
   return v;
 }
 
+template <class CharT>
+bool TryCurr(std::basic_string_view<CharT> s, Currency& value, const TFormatSettings& fs) noexcept {
+  Decimal d;
+  int64_t raw = 0;
+  if (!Scan(s.data(), s.data() + s.size(), fs.DecimalSeparator, d) || !ToCurrency(d, raw)) return false;
+  value = Currency::FromRaw(raw);
+  return true;
+}
+
+template <class CharT>
+Currency CurrOrRaise(std::basic_string_view<CharT> s, const TFormatSettings& fs) {
+  Currency c;
+  if (!TryCurr(s, c, fs)) throw EConvertError(rtlmsg::SInvalidFloat, {s});
+  return c;
+}
+
 // Copies number layout text, '.' becoming the settings' decimal separator.
 UnicodeString WithSeparator(std::string_view text, const TFormatSettings& fs) {
   UnicodeString out;
@@ -196,17 +212,13 @@ UnicodeString CurrToStr(Currency c, const TFormatSettings& settings) {
 UnicodeString CurrToStr(Currency c) { return CurrToStr(c, FormatSettings()); }
 
 bool TryStrToCurr(std::u16string_view s, Currency& value, const TFormatSettings& settings) noexcept {
-  Decimal d;
-  int64_t raw = 0;
-  if (!Scan(s.data(), s.data() + s.size(), settings.DecimalSeparator, d) || !ToCurrency(d, raw)) return false;
-  value = Currency::FromRaw(raw);
-  return true;
+  return TryCurr(s, value, settings);
+}
+bool TryStrToCurr(std::string_view s, Currency& value, const TFormatSettings& settings) noexcept {
+  return TryCurr(s, value, settings);
 }
 
-Currency StrToCurr(std::u16string_view s, const TFormatSettings& settings) {
-  Currency c;
-  if (!TryStrToCurr(s, c, settings)) throw EConvertError(rtlmsg::SInvalidFloat, {s});
-  return c;
-}
+Currency StrToCurr(std::u16string_view s, const TFormatSettings& settings) { return CurrOrRaise(s, settings); }
+Currency StrToCurr(std::string_view s, const TFormatSettings& settings) { return CurrOrRaise(s, settings); }
 
 }  // namespace quill

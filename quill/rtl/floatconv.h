@@ -60,6 +60,9 @@ namespace quill {
 // raises the floating-point message above.
 [[nodiscard]] QUILL_API bool TryStrToCurr(std::u16string_view s, Currency& value,
                                           const TFormatSettings& settings) noexcept;
+[[nodiscard]] QUILL_API bool TryStrToCurr(std::string_view s, Currency& value,
+                                          const TFormatSettings& settings) noexcept;
 [[nodiscard]] QUILL_API Currency StrToCurr(std::u16string_view s, const TFormatSettings& settings);
+[[nodiscard]] QUILL_API Currency StrToCurr(std::string_view s, const TFormatSettings& settings);
 
 }  // namespace quill

@@ -252,6 +252,16 @@ TEST(FloatToStr, UsesDecimalSeparator) {
   EXPECT_EQ(FloatToStr(1234567.0, CommaSettings()), u"1234567");
 }
 
+TEST(FloatToStr, LargestDoubleTextDoesNotReadBack) {
+  // Fifteen digits round the largest double up to 1.79769313486232E308,
+  // which lies beyond the double range: the text is right, reading it fails.
+  const TFormatSettings fs = DotSettings();
+  const UnicodeString text = FloatToStr(std::numeric_limits<double>::max(), fs);
+  EXPECT_EQ(text, u"1.79769313486232E308");
+  double v = 0;
+  EXPECT_FALSE(TryStrToFloat(text, v, fs));
+}
+
 TEST(FloatToStr, RoundTripsFifteenDigitValues) {
   const TFormatSettings fs = DotSettings();
   for (double v : {1.5, 0.1, 123.456, 1e-10, 9.87654321e200, -4.2e-300}) {
