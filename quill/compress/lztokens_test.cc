@@ -2,8 +2,6 @@
 // both the fast coder and the window classes, which must agree.
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "quill/compress/internal/lztestutil.h"
 
 namespace quill::Gcompress::testing {
@@ -16,24 +14,6 @@ std::string Tokens(const Bytes& plain) {
   EXPECT_EQ(fast, reference);
   EXPECT_EQ(DecodeBody(fast, Coder::kFast), plain);
   return Describe(fast);
-}
-
-// A sequence in which no 3-byte string occurs twice.
-Bytes NoRepeats(size_t n, uint32_t seed) {
-  std::mt19937 rng(seed);
-  std::set<uint32_t> seen;
-  Bytes b;
-  while (b.size() < n) {
-    uint8_t c = static_cast<uint8_t>(rng());
-    if (b.size() >= 2) {
-      for (int tries = 0; tries < 256; ++tries, ++c) {
-        const uint32_t key = b[b.size() - 2] | (b[b.size() - 1] << 8) | (uint32_t{c} << 16);
-        if (seen.insert(key).second) break;
-      }
-    }
-    b.push_back(c);
-  }
-  return b;
 }
 
 TEST(NoRepeatsHelper, HasNoRepeatedTriple) {

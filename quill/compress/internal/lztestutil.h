@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <random>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,6 +77,24 @@ inline Bytes RandomBytes(size_t n, uint32_t seed, int alphabet = 256) {
   std::mt19937 rng(seed);
   Bytes b(n);
   for (auto& c : b) c = static_cast<uint8_t>(rng() % static_cast<uint32_t>(alphabet));
+  return b;
+}
+
+// A sequence in which no 3-byte string occurs twice.
+inline Bytes NoRepeats(size_t n, uint32_t seed) {
+  std::mt19937 rng(seed);
+  std::set<uint32_t> seen;
+  Bytes b;
+  while (b.size() < n) {
+    uint8_t c = static_cast<uint8_t>(rng());
+    if (b.size() >= 2) {
+      for (int tries = 0; tries < 256; ++tries, ++c) {
+        const uint32_t key = b[b.size() - 2] | (b[b.size() - 1] << 8) | (uint32_t{c} << 16);
+        if (seen.insert(key).second) break;
+      }
+    }
+    b.push_back(c);
+  }
   return b;
 }
 
