@@ -2,11 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
+#include <cstdlib>
+#include <new>
 #include <limits>
 #include <string>
 
 #include "quill/rtl/exception.h"
+
+// Counts global allocations so tests can check that readers do not allocate.
+namespace {
+std::atomic<long> g_allocations{0};
+}  // namespace
+void* operator new(std::size_t n) {
+  g_allocations.fetch_add(1, std::memory_order_relaxed);
+  if (void* p = std::malloc(n == 0 ? 1 : n)) return p;
+  throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 
 namespace quill {
 namespace {
@@ -161,6 +176,31 @@ TEST(TryStrToFloat, NonAsciiDigitsFail) {
   EXPECT_FALSE(TryStrToFloat(u"\uFF11", v, DotSettings()));
   EXPECT_FALSE(TryStrToFloat(u"\u0661.5", v, DotSettings()));
   EXPECT_FALSE(TryStrToFloat(u"1\u0130", v, DotSettings()));
+}
+
+TEST(TryStrToFloat, DoesNotAllocate) {
+  const TFormatSettings fs = DotSettings();
+  // Long enough that a std::string copy could not use the small buffer.
+  const UnicodeString wide = u"  -123456789.123456789123456789e-5  ";
+  const std::string narrow = "0.000000000000000000000000000000000000000000001";
+  double a = 0, b = 0;
+  Currency c;
+  const long before = g_allocations.load();
+  const bool ok = TryStrToFloat(wide, a, fs) && TryStrToFloat(narrow, b, fs) && TryStrToCurr(u"12.5", c, fs) &&
+                  !TryStrToFloat(u"1.5.5", a, fs);
+  const long after = g_allocations.load();
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(after - before, 0);
+}
+
+TEST(FloatToStr, AllocatesOnlyTheResult) {
+  const TFormatSettings fs = DotSettings();
+  const long before = g_allocations.load();
+  const UnicodeString text = FloatToStr(-1.2345678901234567e-300, fs);
+  const long after = g_allocations.load();
+  EXPECT_EQ(text, u"-1.23456789012346E-300");
+  // Exactly one: the result string (too long for the small-string buffer).
+  EXPECT_EQ(after - before, 1);
 }
 
 TEST(StrToFloat, RaisesWithTextAsGiven) {

@@ -2,10 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <string>
 
 #include "quill/rtl/exception.h"
+
+// Counts global allocations so tests can check that readers do not allocate.
+namespace {
+std::atomic<long> g_allocations{0};
+}  // namespace
+void* operator new(std::size_t n) {
+  g_allocations.fetch_add(1, std::memory_order_relaxed);
+  if (void* p = std::malloc(n == 0 ? 1 : n)) return p;
+  throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 
 namespace quill {
 namespace {
@@ -151,6 +166,19 @@ TEST(TryStrToInt64, Grammar) {
     EXPECT_EQ(TryStrToInt64(UnicodeString(t.begin(), t.end()), w), c.ok) << c.text;
     EXPECT_EQ(w, c.ok ? c.value : 777) << c.text;
   }
+}
+
+TEST(TryStrToInt, DoesNotAllocate) {
+  const std::string narrow = "  -$7FFFFFFF";
+  const UnicodeString wide = u"-2147483648";
+  int32_t a = 0, b = 0, d = 0;
+  int64_t c = 0;
+  const long before = g_allocations.load();
+  const bool ok = TryStrToInt(narrow, a) && TryStrToInt(wide, b) && TryStrToInt64(wide, c) &&
+                  !TryStrToInt(u"bad text", d) && StrToIntDef(u"12", 0) == 12;
+  const long after = g_allocations.load();
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(after - before, 0);
 }
 
 TEST(StrToInt, ReturnsValue) {
