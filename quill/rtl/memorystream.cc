@@ -1,5 +1,6 @@
 // TMemoryStream: a stream over a growable byte buffer.
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "quill/rtl/streams.h"
@@ -19,7 +20,8 @@ int64_t TMemoryStream::Read(void* buffer, int64_t count) {
 }
 
 int64_t TMemoryStream::Write(const void* buffer, int64_t count) {
-  if (count <= 0 || position_ < 0) return 0;
+  // A position so far out that the end would overflow cannot be written.
+  if (count <= 0 || position_ < 0 || count > INT64_MAX - position_) return 0;
   const int64_t end = position_ + count;
   // Writing past the end grows the buffer; a gap left by seeking beyond the
   // end is zero-filled by the resize.

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -109,6 +110,14 @@ TEST(TMemoryStream, NegativePositionMovesNothing) {
   EXPECT_EQ(ms.Read(&c, 1), 0);
   EXPECT_EQ(ms.Write("x", 1), 0);
   EXPECT_EQ(Contents(ms), "ab");
+}
+
+TEST(TMemoryStream, WriteAtAnOverflowingPositionMovesNothing) {
+  TMemoryStream ms;
+  ms.Seek(INT64_MAX - 1, soBeginning);
+  EXPECT_EQ(ms.Write("abc", 3), 0);
+  EXPECT_EQ(ms.Size(), 0);
+  EXPECT_THROW(ms.WriteBuffer("abc", 3), EWriteError);
 }
 
 TEST(TMemoryStream, SetSizeTruncatesOrZeroExtends) {

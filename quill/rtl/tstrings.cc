@@ -376,9 +376,12 @@ void TStringList::SetUseLocale(bool v) {
 }
 
 void TStringList::SetCapacity(int32_t n) {
-  if (n > 0) items_.reserve(static_cast<size_t>(n));
+  if (n < Count()) Error(rtlmsg::SListCapacityError, n);
+  items_.reserve(static_cast<size_t>(n));
 }
 
-void TStringList::ReserveFor(int32_t count) { SetCapacity(count); }
+void TStringList::ReserveFor(int32_t count) {
+  if (count > Count()) items_.reserve(static_cast<size_t>(count));
+}
 
 }  // namespace quill

@@ -200,7 +200,8 @@ class QUILL_API TStringList : public TStrings {
   [[nodiscard]] bool OwnsObjects() const { return owns_objects_; }
   void SetOwnsObjects(bool v) { owns_objects_ = v; }
 
-  // Reserves room for `n` strings.
+  // Reserves room for `n` strings; below Count() raises EStringListError
+  // "List capacity out of bounds (%d)".
   void SetCapacity(int32_t n);
   void ReserveFor(int32_t count) override;
   [[nodiscard]] int32_t Capacity() const { return static_cast<int32_t>(items_.capacity()); }

@@ -143,6 +143,17 @@ TEST(TStringListIndexError, ExactMessages) {
   }
 }
 
+TEST(TStringListCapacity, ReservesButNeverBelowCount) {
+  TStringList sl;
+  sl.SetCapacity(100);
+  EXPECT_GE(sl.Capacity(), 100);
+  sl.Add(u"a");
+  sl.Add(u"b");
+  sl.SetCapacity(2);
+  EXPECT_EQ(MessageOf<EStringListError>([&] { sl.SetCapacity(1); }), "List capacity out of bounds (1)");
+  EXPECT_EQ(sl.Count(), 2);
+}
+
 TEST(TStringListIndexOf, IgnoresCaseByDefault) {
   TStringList sl;
   sl.Add(u"Hello");
