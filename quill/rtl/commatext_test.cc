@@ -112,6 +112,48 @@ TEST(SetCommaText, ControlCharactersSeparate) {
   EXPECT_EQ(SplitComma(u"a\x7F" u"b\u00A0c"), (V{u"a\x7F" u"b\u00A0c"}));
 }
 
+TEST(SetCommaText, EveryCharacterBelow256BetweenTwoLetters) {
+  // Only #1..#32 separate (besides the delimiter); #0 ends the text; the
+  // quote character inside an unquoted item is literal; everything else,
+  // including #127 and the Latin-1 range, belongs to the item.
+  for (int c = 0; c < 256; ++c) {
+    const char16_t ch = static_cast<char16_t>(c);
+    UnicodeString text = u"a";
+    text.push_back(ch);
+    text.append(u"b");
+    V expected;
+    if (c == 0) {
+      expected = {u"a"};
+    } else if ((c >= 1 && c <= 32) || c == ',') {
+      expected = {u"a", u"b"};
+    } else {
+      expected = {text};
+    }
+    EXPECT_EQ(SplitComma(text), expected) << "character " << c;
+  }
+}
+
+TEST(CommaText, EveryCharacterBelow256DecidesQuoting) {
+  // Quoted: the quote character, the delimiter and #1..#32; never #0 or
+  // anything from #33 up.
+  for (int c = 0; c < 256; ++c) {
+    UnicodeString item = u"x";
+    item.push_back(static_cast<char16_t>(c));
+    TStringList sl;
+    sl.Add(item);
+    const bool quoted = (c >= 1 && c <= 32) || c == ',' || c == '"';
+    UnicodeString expected = item;
+    if (quoted) expected = c == '"' ? UnicodeString(u"\"x\"\"\"") : u"\"" + item + u"\"";
+    EXPECT_EQ(sl.CommaText(), expected) << "character " << c;
+    // Strict mode quotes only the quote character and the delimiter.
+    sl.SetStrictDelimiter(true);
+    const bool strict_quoted = c == ',' || c == '"';
+    expected = item;
+    if (strict_quoted) expected = c == '"' ? UnicodeString(u"\"x\"\"\"") : u"\"" + item + u"\"";
+    EXPECT_EQ(sl.CommaText(), expected) << "strict, character " << c;
+  }
+}
+
 TEST(SetCommaText, QuotedEmptyItems) {
   EXPECT_EQ(SplitComma(u"\"\",a"), (V{u"", u"a"}));
   EXPECT_EQ(ReadBack(u"\"\",a"), u",a");
