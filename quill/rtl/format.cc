@@ -250,10 +250,15 @@ class Formatter {
 
   // A string or character argument; `prec` is the maximum length kept.
   void String(const FormatArg& arg, int prec) {
-    if (const auto* w = std::get_if<UnicodeString>(&arg.value())) {
+    const FormatArg::Value& v = arg.value();
+    if (const auto* w = std::get_if<std::u16string_view>(&v)) {
       AppendWide(out_, *w);
-    } else if (const auto* a = std::get_if<AnsiString>(&arg.value())) {
+    } else if (const auto* a = std::get_if<std::string_view>(&v)) {
       AppendAnsi(out_, *a);
+    } else if (const auto* wc = std::get_if<char16_t>(&v)) {
+      AppendWide(out_, std::u16string_view(wc, 1));
+    } else if (const auto* ac = std::get_if<char>(&v)) {
+      AppendAnsi(out_, std::string_view(ac, 1));
     } else {
       Invalid();
     }

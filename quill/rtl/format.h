@@ -36,6 +36,11 @@ namespace quill {
 
 // One argument of Format: an integer, a floating-point number, a character or
 // a string in either form. 8-bit strings are taken to be in the ANSI code page.
+//
+// A FormatArg refers to a string argument without copying it, so building the
+// argument list costs no allocation. It is meant to live only as an element
+// of the argument list of one Format call (temporaries such as IntToStr(n)
+// last until the call returns); do not keep one beyond that.
 class QUILL_API FormatArg {
  public:
   FormatArg(int32_t v) : value_(static_cast<int64_t>(v)) {}
@@ -43,16 +48,16 @@ class QUILL_API FormatArg {
   FormatArg(uint32_t v) : value_(static_cast<int64_t>(v)) {}
   FormatArg(uint64_t v) : value_(static_cast<int64_t>(v)), is64_(true) {}
   FormatArg(double v) : value_(v) {}
-  FormatArg(char16_t c) : value_(UnicodeString(1, c)) {}
-  FormatArg(char c) : value_(AnsiString(1, c)) {}
-  FormatArg(const char16_t* s) : value_(UnicodeString(s)) {}
-  FormatArg(std::u16string_view s) : value_(UnicodeString(s)) {}
-  FormatArg(const UnicodeString& s) : value_(s) {}
-  FormatArg(const char* s) : value_(AnsiString(s)) {}
-  FormatArg(std::string_view s) : value_(AnsiString(s)) {}
-  FormatArg(const AnsiString& s) : value_(s) {}
+  FormatArg(char16_t c) : value_(c) {}
+  FormatArg(char c) : value_(c) {}
+  FormatArg(const char16_t* s) : value_(std::u16string_view(s)) {}
+  FormatArg(std::u16string_view s) : value_(s) {}
+  FormatArg(const UnicodeString& s) : value_(std::u16string_view(s)) {}
+  FormatArg(const char* s) : value_(std::string_view(s)) {}
+  FormatArg(std::string_view s) : value_(s) {}
+  FormatArg(const AnsiString& s) : value_(std::string_view(s)) {}
 
-  using Value = std::variant<int64_t, double, UnicodeString, AnsiString>;
+  using Value = std::variant<int64_t, double, std::u16string_view, std::string_view, char16_t, char>;
   const Value& value() const { return value_; }
   // True for arguments given as 64-bit integers: %u, %x and %p then show all
   // 64 bits; a 32-bit argument shows its 32-bit pattern (-1 is FFFFFFFF).

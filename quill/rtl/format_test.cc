@@ -8,6 +8,7 @@
 
 #include "quill/rtl/exception.h"
 #include "quill/rtl/formatsettings.h"
+#include "quill/rtl/intconv.h"
 
 namespace quill {
 namespace {
@@ -118,6 +119,12 @@ TEST(Format, CharacterArguments) {
 
 TEST(Format, EightBitStringsAreWidened) {
   EXPECT_EQ(Format(u"%s-%s", {std::string("ansi"), "lit"}), u"ansi-lit");
+}
+
+TEST(Format, TemporaryStringArguments) {
+  // Arguments refer to their strings; temporaries live through the call.
+  EXPECT_EQ(Format(u"[%s|%s]", {IntToStr(-42), UnicodeString(40, u'z')}), u"[-42|" + UnicodeString(40, u'z') + u"]");
+  EXPECT_EQ(Format("[%s]", {std::string(30, 'q')}), "[" + std::string(30, 'q') + "]");
 }
 
 TEST(Format, EightBitForm) {
