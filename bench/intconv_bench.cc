@@ -118,11 +118,14 @@ BENCHMARK(BM_StrToInt);
 // closing ratios.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
+  RatioReporter() : benchmark::ConsoleReporter(OO_Tabular) {}
+
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
-      if (!run.error_occurred && run.iterations > 0) {
-        times_[run.benchmark_name()] = run.GetAdjustedCPUTime();
-      }
+      if (run.error_occurred || run.iterations <= 0) continue;
+      // With repetitions, the median stands for the benchmark.
+      if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
+      times_[run.run_name.str()] = run.GetAdjustedCPUTime();
     }
     ConsoleReporter::ReportRuns(runs);
   }

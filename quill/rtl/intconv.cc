@@ -8,11 +8,18 @@
 namespace quill {
 namespace {
 
+// Kept out of line and cold so the success path of StrToInt stays as lean as
+// TryStrToInt's.
+template <class CharT>
+[[noreturn, gnu::cold, gnu::noinline]] void RaiseInvalidInteger(std::basic_string_view<CharT> s) {
+  throw EConvertError(rtlmsg::SInvalidInteger, {s});
+}
+
 template <class Int, class CharT>
 Int StrToIntOrRaise(std::basic_string_view<CharT> s) {
   Int v{};
-  if (!internal::ParseInt(s.data(), s.data() + s.size(), v)) {
-    throw EConvertError(rtlmsg::SInvalidInteger, {s});
+  if (!internal::ParseInt(s.data(), s.data() + s.size(), v)) [[unlikely]] {
+    RaiseInvalidInteger(s);
   }
   return v;
 }
