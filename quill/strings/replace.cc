@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "quill/strings/internal/caseless.h"
 #include "quill/strings/internal/textops.h"
@@ -18,27 +19,35 @@ using internal::View;
 
 // Replace-all over occurrences reported by `find(from)` (0-based, npos when
 // there are no more), each `oldLen` long. Occurrences never overlap and the
-// inserted text is never searched. When the result cannot grow, it is
-// reserved at the text's size in one go; otherwise a counting pass sizes it
-// first, so the result is allocated once either way.
+// inserted text is never searched. The result is allocated once: at its
+// largest possible size when that stays within twice the text (one search
+// pass, appending as it goes), otherwise at its exact size after a pass that
+// records the positions.
 template <class C, class Find>
 Str<C> ReplaceAll(View<C> text, std::size_t oldLen, View<C> newText, Find&& find) {
   std::size_t p = find(0);
   if (p == npos) return Str<C>(text);
   Str<C> out;
-  if (newText.size() <= oldLen) {
-    out.reserve(text.size());
-  } else {
-    std::size_t count = 0;
-    for (std::size_t q = p; q != npos; q = find(q + oldLen)) ++count;
-    out.reserve(text.size() + count * (newText.size() - oldLen));
-  }
+  const std::size_t newLen = newText.size();
+  const std::size_t most =
+      newLen <= oldLen ? text.size() : text.size() + (text.size() / oldLen) * (newLen - oldLen);
   std::size_t last = 0;
-  while (p != npos) {
-    out.append(text.data() + last, p - last);
-    out.append(newText);
-    last = p + oldLen;
-    p = find(last);
+  if (most <= 2 * text.size()) {
+    out.reserve(most);
+    for (; p != npos; p = find(last)) {
+      out.append(text.data() + last, p - last);
+      out.append(newText);
+      last = p + oldLen;
+    }
+  } else {
+    std::vector<std::size_t> hits;
+    for (; p != npos; p = find(p + oldLen)) hits.push_back(p);
+    out.reserve(text.size() + hits.size() * (newLen - oldLen));
+    for (std::size_t hit : hits) {
+      out.append(text.data() + last, hit - last);
+      out.append(newText);
+      last = hit + oldLen;
+    }
   }
   out.append(text.data() + last, text.size() - last);
   return out;
