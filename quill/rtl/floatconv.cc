@@ -7,6 +7,7 @@
 
 #include "quill/rtl/exception.h"
 #include "quill/rtl/internal/floattext.h"
+#include "quill/rtl/internal/intparse.h"
 
 namespace quill {
 namespace {
@@ -28,10 +29,7 @@ struct Decimal {
   char digit[kMaxDigits + 1];
 };
 
-template <class CharT>
-constexpr uint32_t Code(CharT c) {
-  return static_cast<uint32_t>(static_cast<std::make_unsigned_t<CharT>>(c));
-}
+using internal::Code;
 
 // Reads the float grammar: [blanks][sign]digits[sep digits][(E|e)[sign][digits]][blanks].
 // Blanks are code 32. The mantissa needs at least one digit; the exponent's

@@ -72,20 +72,39 @@ void AppendUnsigned(unsigned value, NumText& out) {
 
 }  // namespace
 
-void RoundToDigits(double v, int precision, bool keep_zeros, Digits& out) {
-  precision = ClampPrecision(precision);
-  // to_chars rounds the exact binary value to nearest; ties go away from zero.
-  char buf[48];
-  const double a = TieAwayFromZero(v, IsSignificantTie(v, precision));
-  auto r = std::to_chars(buf, buf + sizeof buf, a, std::chars_format::scientific, precision - 1);
-  const char* p = buf;
+namespace {
+
+// Splits scientific to_chars output into digits and exponent.
+void ReadScientific(const char* p, const char* end, Digits& out) {
   out.count = 0;
-  for (; p < r.ptr && *p != 'e'; ++p) {
+  for (; p < end && *p != 'e'; ++p) {
     if (*p != '.') out.digit[out.count++] = *p;
   }
   int e = 0;
-  std::from_chars(p + 1 + (p[1] == '+' ? 1 : 0), r.ptr, e);
+  std::from_chars(p + 1 + (p[1] == '+' ? 1 : 0), end, e);
   out.exp10 = e;
+}
+
+}  // namespace
+
+void RoundToDigits(double v, int precision, bool keep_zeros, Digits& out) {
+  precision = ClampPrecision(precision);
+  // to_chars rounds the exact binary value to nearest, ties to even; the
+  // runtime's ties go away from zero, so a tie is redone just beyond it.
+  char buf[48];
+  auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::scientific, precision - 1);
+  ReadScientific(buf, r.ptr, out);
+  // Cheap filter first: a tie needs exactly precision + 1 significant digits,
+  // so its count of fraction digits is fixed by the exponent (which rounding
+  // may have raised by one). An integer needs more than `precision` digits.
+  const int frac = ExactFractionDigits(v);
+  const bool maybe_tie = frac == 0 ? out.exp10 >= precision
+                                   : (frac == precision - out.exp10 || frac == precision - out.exp10 + 1);
+  if (maybe_tie && IsSignificantTie(v, precision)) {
+    r = std::to_chars(buf, buf + sizeof buf, TieAwayFromZero(v, true), std::chars_format::scientific,
+                      precision - 1);
+    ReadScientific(buf, r.ptr, out);
+  }
   if (!keep_zeros) {
     while (out.count > 1 && out.digit[out.count - 1] == '0') --out.count;
   }
