@@ -36,6 +36,8 @@ namespace quill::Gstrings {
 //   QuotedString("", '\'')       == "''"
 //   QuotedString("\tx", '\'')    == "''#9'x'"     (opens with an empty run)
 //   QuotedString("ab\r\n", '\'') == "'ab'#13#10"  (no closing quote)
+// UnquotedString reads the result back for every non-empty `s`, provided
+// `quote` is not "#", "$" or a decimal digit (the characters codes are made of).
 // Linear in the length of `s`; allocates the result once in the common case.
 [[nodiscard]] QUILL_API AnsiString QuotedString(std::string_view s, AnsiChar quote);
 [[nodiscard]] QUILL_API UnicodeString QuotedString(std::u16string_view s, WideChar quote);
