@@ -1,6 +1,7 @@
 #include "quill/compress/compressor.h"
 
 #include <cstring>
+#include <typeinfo>
 
 #include "quill/compress/internal/lzcoder.h"
 #include "quill/compress/internal/lzformat.h"
@@ -52,6 +53,8 @@ void ReportProgress(void* context, int32_t position, int32_t max_value) {
 }
 
 internal::LZProgress ProgressOf(TGCompressor* self) {
+  // Nothing to call: no callback, and DoOnProgress is the inherited one.
+  if (!self->OnProgress() && typeid(*self) == typeid(TLZGCompressor)) return {};
   return internal::LZProgress{self, &ReportProgress};
 }
 

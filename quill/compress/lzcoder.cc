@@ -93,7 +93,7 @@ class TokenSink {
 
 }  // namespace
 
-void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
+void LZEncode(TStream& src, TStream& dst, const LZProgress& progress, int64_t rebase_every) {
   const int64_t start = src.Position();
   const int64_t size = src.Size();
   int64_t total = std::max<int64_t>(0, size - start);
@@ -102,8 +102,12 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
   int64_t base = 0;    // input index of in[0]
   int64_t loaded = 0;  // input index of the first byte not read yet
 
-  std::vector<int64_t> head(size_t{1} << kHashBits, -1);
-  std::array<int64_t, kRingMask + 1> prev;   // previous position in the same chain
+  // Chain positions are 32-bit, counted from `epoch` (a multiple of the ring
+  // size, so a position's ring slot is the same either way); `epoch` moves
+  // up every `rebase_every` bytes of input (1 GiB by default), and entries that fall below it become "none".
+  int64_t epoch = 0;
+  std::vector<int32_t> head(size_t{1} << kHashBits, -1);
+  std::array<int32_t, kRingMask + 1> prev;   // previous position in the same chain
   std::array<uint32_t, kRingMask + 1> order; // which coding of its byte value a position was
   std::array<uint32_t, 256> codings{};       // codings of each byte value so far
 
@@ -119,7 +123,7 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
     if (pos + 2 < total) {
       const uint32_t h = Hash3(Load3(q));
       prev[pos & kRingMask] = head[h];
-      head[h] = pos;
+      head[h] = static_cast<int32_t>(pos - epoch);
     }
   };
   auto emit_literals = [&] {
@@ -153,6 +157,15 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
       const int64_t window_start = std::max<int64_t>(0, reader - kWindowSize);
       const int32_t avail = static_cast<int32_t>(std::min<int64_t>(kLookahead, total - cur));
       const uint8_t* p = in.data() + (cur - base);
+      if (cur - epoch >= rebase_every) {
+        const int32_t shift = static_cast<int32_t>((cur - epoch - 2 * kHistory) & ~int64_t{kRingMask});
+        auto rebase = [shift](int32_t& e) { e = e >= shift ? e - shift : -1; };
+        for (auto& e : head) rebase(e);
+        for (auto& e : prev) rebase(e);
+        epoch += shift;
+      }
+      const int32_t window_from = static_cast<int32_t>(window_start - epoch);
+      const int64_t epoch_in_buffer = epoch - base;
 
       int32_t best = 0;
       int64_t best_distance = 0;
@@ -160,8 +173,8 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
         const int32_t limit = std::min(avail, kMaxMatch);
         const uint32_t key = Load3(p);
         const uint32_t codings_of_first = codings[p[0]];
-        for (int64_t cand = head[Hash3(key)]; cand >= window_start; cand = prev[cand & kRingMask]) {
-          const uint8_t* q = in.data() + (cand - base);
+        for (int32_t cand = head[Hash3(key)]; cand >= window_from; cand = prev[cand & kRingMask]) {
+          const uint8_t* q = in.data() + (epoch_in_buffer + cand);
           if (Load3(q) != key) continue;  // another key in the same hash slot
           // Only the last 40 codings of a byte value are remembered; older
           // candidates in this chain are older still.
@@ -171,7 +184,7 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress) {
           const int32_t len = MatchLength(q, p, limit);
           if (len > best) {
             best = len;
-            best_distance = cur - cand;
+            best_distance = cur - (epoch + cand);
             if (best >= kGoodEnough || best == limit) break;
           }
         }
@@ -243,6 +256,53 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
         std::memmove(win.get(), win.get() + (w - kWindowSize), kWindowSize);
         w = kWindowSize;
         pending = w;
+      }
+
+      // Fast run: whole tokens while the input holds a complete token and the
+      // output has room, without per-token buffer checks. Copies that need
+      // the ring's special cases (distance 0, or distance + length above
+      // 2,048) are left to the general step below.
+      {
+        const uint8_t* ip = in.get() + in_pos;
+        const uint8_t* const ip_first = ip;
+        const uint8_t* const ip_limit = in.get() + in_end - kTokenRoom;
+        uint8_t* op = win.get() + w;
+        uint8_t* const op_limit = win.get() + kOutCap - kTokenRoom - 32;
+        while (ip <= ip_limit && op <= op_limit) {
+          const uint32_t b = ip[0];
+          if (b & 1) {
+            const uint32_t word = b | (uint32_t{ip[1]} << 8);
+            const uint32_t d = (word & 0x0FFFu) >> 1;
+            const uint32_t len = (word >> 12) + kMinMatch;
+            if (d == 0 || d + len > static_cast<uint32_t>(kWindowSize)) break;
+            ip += 2;
+            const uint8_t* s = op - d;
+            if (d >= 8) {
+              std::memcpy(op, s, 8);
+              std::memcpy(op + 8, s + 8, 8);
+              std::memcpy(op + 16, s + 16, 8);
+            } else {
+              for (uint32_t k = 0; k < len; ++k) op[k] = s[k];
+            }
+            op += len;
+          } else {
+            const uint32_t n = b >> 1;
+            ++ip;
+            // Short runs (the usual case in text) copy a fixed 16 bytes.
+            std::memcpy(op, ip, n <= 16 ? 16 : n);
+            ip += n;
+            op += n;
+          }
+          if (progress.report != nullptr) {
+            w = op - win.get();  // so that an error from the callback writes this token
+            progress(start + consumed + (ip - ip_first), size);
+          }
+        }
+        const int64_t done = ip - ip_first;
+        consumed += done;
+        in_pos += done;
+        w = op - win.get();
+        if (done != 0) continue;
       }
 
       const uint8_t b = in[in_pos++];

@@ -171,6 +171,22 @@ TEST(FastCoder, MatchesReferenceAcrossBlocksAndFromAnOffset) {
   }
 }
 
+// The match index renumbers its positions every so often (every GiB in use);
+// with a tiny interval the tokens must not change.
+TEST(FastCoder, RenumberingPositionsKeepsTheTokens) {
+  const Bytes text = ProjectText(300000);
+  TMemoryStream in, fast, reference;
+  for (int64_t every : {int64_t{9000}, int64_t{12345}, int64_t{65536}}) {
+    Fill(in, text);
+    fast.SetSize(0);
+    internal::LZEncode(in, fast, {}, every);
+    Fill(in, text);
+    reference.SetSize(0);
+    internal::ReferenceCompress(in, reference, {});
+    ASSERT_EQ(Contents(fast), Contents(reference)) << every;
+  }
+}
+
 // Damaged or foreign token streams: random bytes, random valid-looking tokens
 // with any distance, cut tokens; both decoders must agree byte for byte.
 TEST(FastDecoder, MatchesReferenceOnArbitraryTokens) {

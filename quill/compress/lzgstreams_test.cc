@@ -290,6 +290,40 @@ TEST(LZGCompressStream, ErrorInCallbackLeavesCompletedTokens) {
   }
 }
 
+// The same when expanding: every token before the failing callback is written.
+TEST(LZGDecompressStream, ErrorInCallbackLeavesCompletedTokens) {
+  Bytes plain;
+  for (int i = 0; i < 400; ++i) {
+    const std::string w = "item" + std::to_string(i % 37) + (i % 5 ? "," : ";\n");
+    plain.insert(plain.end(), w.begin(), w.end());
+  }
+  const Bytes packed = Packed(plain);
+  const Bytes body(packed.begin() + 9, packed.end());
+  for (int stop_after : {1, 2, 17, 150}) {
+    int calls = 0;
+    TMemoryStream s1, d1;
+    Fill(s1, packed);
+    EXPECT_THROW(LZGDecompressStream(&s1, &d1,
+                                     [&](TObject*, int32_t, int32_t) {
+                                       if (++calls == stop_after) throw Exception(u"stop");
+                                     }),
+                 Exception);
+    // The step-by-step coder, stopped at the same token.
+    TMemoryStream s2, d2;
+    Fill(s2, body);
+    struct Stop {
+      int n, limit;
+    } stop{0, stop_after};
+    internal::LZProgress progress{&stop, [](void* c, int32_t, int32_t) {
+                  auto* st = static_cast<Stop*>(c);
+                  if (++st->n == st->limit) throw Exception(u"stop");
+                }};
+    EXPECT_THROW(internal::ReferenceDecompress(s2, d2, progress), Exception);
+    EXPECT_EQ(Contents(d1), Contents(d2)) << stop_after;
+    EXPECT_GT(d1.Size(), 0);
+  }
+}
+
 class FileRoutines : public ::testing::Test {
  protected:
   void SetUp() override {

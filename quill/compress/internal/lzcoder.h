@@ -20,8 +20,11 @@ namespace quill::Gcompress::internal {
 
 // Codes `src` from its position to its end into tokens written to `dst` at
 // its position. REQUIRES: the source delivers the bytes its size promises; if
-// it delivers fewer, coding ends with the bytes delivered.
-void LZEncode(TStream& src, TStream& dst, const LZProgress& progress);
+// it delivers fewer, coding ends with the bytes delivered. `rebase_every` is
+// how often the match index renumbers its 32-bit positions (tests make it
+// small).
+void LZEncode(TStream& src, TStream& dst, const LZProgress& progress,
+              int64_t rebase_every = int64_t{1} << 30);
 
 // Decodes tokens from `src` until its position reaches its size, writing to
 // `dst`. Never reads or writes outside its own buffers.
