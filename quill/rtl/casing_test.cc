@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "quill/rtl/internal/scoped_env_for_test.h"
 #include "quill/rtl/unicode.h"
@@ -172,6 +174,24 @@ TEST(AnsiUpperCase, ShiftJisPage) {
   EXPECT_EQ(AnsiUpperCase("\x82\x81" "a"), "\x82\x60" "A");
   EXPECT_EQ(AnsiUpperCase("\x83\x61"), "\x83\x61");
   EXPECT_EQ(AnsiLowerCase("\x83\x41" "B"), "\x83\x41" "b");
+}
+
+TEST(AnsiUpperCase, ThreadsKeepTheirOwnCaches) {
+  // Edge case: several threads map at once; each builds its own converter
+  // and tables, and all get the same answers.
+  auto env = Cp("1252");
+  std::vector<int> wrong(4, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([t, &wrong] {
+      for (int i = 0; i < 500; ++i) {
+        if (AnsiUpperCase(u"stra\u00DFe \u00E4\u03B1") != u"STRA\u00DFE \u00C4\u0391") ++wrong[t];
+        if (AnsiUpperCase("\xE4" "b") != "\xC4" "B") ++wrong[t];
+      }
+    });
+  }
+  for (auto& th : threads) th.join();
+  for (int t = 0; t < 4; ++t) EXPECT_EQ(wrong[t], 0) << t;
 }
 
 }  // namespace

@@ -162,7 +162,6 @@ LCID TagToLcid(const std::string& tag) {
 struct Answers {
   std::optional<std::string> system_tag;
   std::optional<std::string> user_tag;
-  std::optional<TCodePage> acp;
 };
 
 std::mutex g_mutex;
@@ -207,9 +206,16 @@ std::string LCIDToTag(LCID locale) {
   return f != nullptr ? std::string(f->tag) : std::string();
 }
 
+// Every 8-bit conversion asks for the code page, so the answer is kept where
+// it can be read without the lock; 0 means "not computed yet".
+namespace {
+std::atomic<TCodePage> g_acp{0};
+}  // namespace
+
 TCodePage GetACP() {
+  if (const TCodePage cached = g_acp.load(std::memory_order_acquire); cached != 0) return cached;
   std::lock_guard lock(g_mutex);
-  if (!g_answers.acp) {
+  if (g_acp.load(std::memory_order_relaxed) == 0) {
     TCodePage cp = 0;
     const std::string_view forced = Env("QUILL_ANSI_CODEPAGE");
     if (IsDigits(forced)) cp = static_cast<TCodePage>(std::strtoul(std::string(forced).c_str(), nullptr, 10));
@@ -218,9 +224,9 @@ TCodePage GetACP() {
       cp = f != nullptr ? f->ansi_cp : 1252;
       if (cp == 0) cp = 65001;  // a Unicode-only locale
     }
-    g_answers.acp = cp;
+    g_acp.store(cp, std::memory_order_release);
   }
-  return *g_answers.acp;
+  return g_acp.load(std::memory_order_relaxed);
 }
 
 TCodePage GetOEMCP() {
@@ -234,6 +240,7 @@ void ResetLocaleCache() {
   {
     std::lock_guard lock(g_mutex);
     g_answers = Answers{};
+    g_acp.store(0, std::memory_order_release);
   }
   internal::g_generation.fetch_add(1, std::memory_order_acq_rel);
   ResetFormatSettings();
