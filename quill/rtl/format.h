@@ -27,6 +27,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 #include "quill/rtl/export.h"
@@ -47,6 +48,13 @@ class QUILL_API FormatArg {
   FormatArg(int64_t v) : value_(v), is64_(true) {}
   FormatArg(uint32_t v) : value_(static_cast<int64_t>(v)) {}
   FormatArg(uint64_t v) : value_(static_cast<int64_t>(v)), is64_(true) {}
+  // long long and unsigned long long where they are not the int64_t types.
+  template <class T>
+    requires(std::is_integral_v<T> && sizeof(T) == 8 && !std::is_same_v<T, int64_t> &&
+             !std::is_same_v<T, uint64_t>)
+  FormatArg(T v) : value_(static_cast<int64_t>(v)), is64_(true) {}
+  // Any other pointer: its address, for %p.
+  FormatArg(const void* p) : value_(static_cast<int64_t>(reinterpret_cast<uintptr_t>(p))), is64_(true) {}
   FormatArg(double v) : value_(v) {}
   FormatArg(char16_t c) : value_(c) {}
   FormatArg(char c) : value_(c) {}

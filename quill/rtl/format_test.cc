@@ -247,6 +247,15 @@ TEST(Format, NonFiniteFloats) {
 
 TEST(Format, Pointer) {
   EXPECT_EQ(Format(u"%p", {uint64_t{0xdeadbeef}}), u"00000000DEADBEEF");
+  int object = 0;
+  const void* address = &object;
+  const UnicodeString text = Format(u"%p", {address});
+  ASSERT_EQ(text.size(), 16u);
+  EXPECT_EQ(std::stoull(std::string(text.begin(), text.end()), nullptr, 16), reinterpret_cast<uintptr_t>(address));
+}
+
+TEST(Format, LongLongArguments) {
+  EXPECT_EQ(Format(u"%d/%u/%x", {-5LL, 7ULL, -1LL}), u"-5/7/FFFFFFFFFFFFFFFF");
 }
 
 }  // namespace
