@@ -12,7 +12,7 @@
 //   d  integer; prec = minimum digits, zero-padded, the sign not counted
 //   u  integer as unsigned; x the same in upper-case hexadecimal. A 32-bit
 //      argument shows its 32-bit pattern (-1 is FFFFFFFF), a 64-bit one 64 bits
-//   p  integer as 16 hexadecimal digits
+//   p  integer or pointer as 16 hexadecimal digits
 //   s  string or character (either form); prec = maximum characters kept
 //   f  fixed, prec decimals (default 2); n the same with thousands separators
 //   e  d.ddd...E+ddd with prec significant digits (default 15)
