@@ -1,0 +1,18 @@
+// Gutils: small containers and general helpers.
+//
+// One include for the whole unit: containers (TGIntStack, TGCurrencyArray,
+// TGObjectList, TGStringMap), currency rounding, font-style packing, program
+// start, environment expansion, PE version information, comma-separated
+// lines, small helpers, and the operating-system flags.
+#pragma once
+
+#include "quill/frame/errors.h"
+#include "quill/utils/commatext.h"
+#include "quill/utils/containers.h"
+#include "quill/utils/environment.h"
+#include "quill/utils/fontstyle.h"
+#include "quill/utils/helpers.h"
+#include "quill/utils/osflags.h"
+#include "quill/utils/process.h"
+#include "quill/utils/rounding.h"
+#include "quill/utils/versioninfo.h"

@@ -1,0 +1,17 @@
+// File names of loaded modules, as the version routines ask for them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quill::Gutils::internal {
+
+// The full path of the running program (from /proc/self/exe), or "" when the
+// system does not tell.
+[[nodiscard]] std::string ProgramPath();
+
+// The file name of module `Module`: 0 stands for the running program; any
+// other handle names no module here and gives "".
+[[nodiscard]] std::string ModuleFileName(int32_t Module);
+
+}  // namespace quill::Gutils::internal

@@ -1,0 +1,84 @@
+// A bounds-checked reader of version resources in PE files.
+//
+// FindVersionResource walks the DOS and PE headers, the section table and
+// the three levels of the resource directory (type 16, first name, first
+// language) and returns the bytes of the version resource. VersionBlock then
+// answers path queries over the nested blocks of that resource
+// ("\\StringFileInfo\\040904B0\\CompanyName"). Every offset and length read
+// from the data is checked against the bytes actually present; nothing is
+// read outside them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "quill/rtl/types.h"
+
+namespace quill::Gutils {
+struct TGVersionInfoRec;
+}
+
+namespace quill::Gutils::internal {
+
+// Random access to the bytes of an image (a file or a buffer).
+class ByteSource {
+ public:
+  virtual ~ByteSource() = default;
+  [[nodiscard]] virtual uint64_t Size() const = 0;
+  // Copies `n` bytes at `offset` into `dst`; false when they are not all there.
+  [[nodiscard]] virtual bool ReadAt(uint64_t offset, void* dst, size_t n) const = 0;
+};
+
+// The bytes of a buffer the caller keeps alive.
+class MemorySource final : public ByteSource {
+ public:
+  explicit MemorySource(std::span<const uint8_t> bytes) : bytes_(bytes) {}
+  [[nodiscard]] uint64_t Size() const override { return bytes_.size(); }
+  [[nodiscard]] bool ReadAt(uint64_t offset, void* dst, size_t n) const override;
+
+ private:
+  std::span<const uint8_t> bytes_;
+};
+
+// The bytes of the first version resource of the PE image, or nullopt when
+// the image is no PE file, has none, or any structure on the way is cut
+// short or points outside the image.
+[[nodiscard]] std::optional<std::vector<uint8_t>> FindVersionResource(const ByteSource& image);
+
+// A version resource: a tree of blocks, each with a key, a value and
+// children, laid out on 32-bit boundaries.
+class VersionBlock {
+ public:
+  // The value a query found.
+  struct Value {
+    std::span<const uint8_t> bytes;  // the value's bytes, within the block
+    std::span<const uint8_t> rest;   // from the value to the block's end
+    bool text = false;               // wType 1: UTF-16 text
+  };
+
+  // Wraps `data`; nullopt when its root block is malformed or is not keyed
+  // "VS_VERSION_INFO".
+  [[nodiscard]] static std::optional<VersionBlock> Parse(std::vector<uint8_t> data);
+
+  // The value of the block at `path` (keys separated by backslashes, matched
+  // without regard to ASCII case; "\\" is the root), or nullopt.
+  [[nodiscard]] std::optional<Value> Query(std::u16string_view path) const;
+
+  // The text value at `path`: the UTF-16 units up to the first null (or the
+  // block's end); nullopt when the block is missing.
+  [[nodiscard]] std::optional<UnicodeString> QueryText(std::u16string_view path) const;
+
+ private:
+  explicit VersionBlock(std::vector<uint8_t> data) : data_(std::move(data)) {}
+  std::vector<uint8_t> data_;
+};
+
+// GetVersionInfo over an image: the routine's whole behaviour, minus the file.
+[[nodiscard]] bool ReadVersionInfo(const ByteSource& image, TGVersionInfoRec& Rec);
+
+}  // namespace quill::Gutils::internal
