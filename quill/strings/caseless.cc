@@ -19,6 +19,19 @@ bool UserLocaleFoldsAsciiPlainly() {
   return lang != "tr" && lang != "az" && lang != "lt";
 }
 
+bool AnsiCodePageHasAsciiTrailBytes() {
+  switch (GetACP()) {
+    case 932:
+    case 936:
+    case 949:
+    case 950:
+    case 1361:
+      return true;
+    default:
+      return false;
+  }
+}
+
 std::size_t FindPairOrHigh(const char* p, std::size_t n, char a, char b) noexcept {
   std::size_t i = 0;
 #if defined(__SSE2__)
@@ -59,6 +72,66 @@ std::size_t FindPairOrHigh(const char16_t* p, std::size_t n, char16_t a, char16_
   for (; i < n; ++i) {
     const char16_t c = p[i];
     if (c == a || c == b || c >= 128) return i;
+  }
+  return n;
+}
+
+std::size_t FindEndsOrHigh(const char* p, std::size_t n, std::size_t off, char a, char b, char c,
+                           char d) noexcept {
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi8(a);
+  const __m128i vb = _mm_set1_epi8(b);
+  const __m128i vc = _mm_set1_epi8(c);
+  const __m128i vd = _mm_set1_epi8(d);
+  for (; i + 16 <= n; i += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+    const __m128i w = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i + off));
+    const __m128i both = _mm_and_si128(_mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb)),
+                                       _mm_or_si128(_mm_cmpeq_epi8(w, vc), _mm_cmpeq_epi8(w, vd)));
+    const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(both) | _mm_movemask_epi8(v) |
+                                                _mm_movemask_epi8(w));
+    if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(mask));
+  }
+#endif
+  for (; i < n; ++i) {
+    const char x = p[i];
+    const char y = p[i + off];
+    if (((x == a || x == b) && (y == c || y == d)) || static_cast<unsigned char>(x) >= 128 ||
+        static_cast<unsigned char>(y) >= 128) {
+      return i;
+    }
+  }
+  return n;
+}
+
+std::size_t FindEndsOrHigh(const char16_t* p, std::size_t n, std::size_t off, char16_t a,
+                           char16_t b, char16_t c, char16_t d) noexcept {
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi16(static_cast<int16_t>(a));
+  const __m128i vb = _mm_set1_epi16(static_cast<int16_t>(b));
+  const __m128i vc = _mm_set1_epi16(static_cast<int16_t>(c));
+  const __m128i vd = _mm_set1_epi16(static_cast<int16_t>(d));
+  const __m128i high = _mm_set1_epi16(static_cast<int16_t>(0xFF80));
+  const __m128i zero = _mm_setzero_si128();
+  for (; i + 8 <= n; i += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+    const __m128i w = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i + off));
+    const __m128i both =
+        _mm_and_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)),
+                      _mm_or_si128(_mm_cmpeq_epi16(w, vc), _mm_cmpeq_epi16(w, vd)));
+    const __m128i ascii = _mm_and_si128(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero),
+                                        _mm_cmpeq_epi16(_mm_and_si128(w, high), zero));
+    const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(both)) |
+                          (static_cast<unsigned>(_mm_movemask_epi8(ascii)) ^ 0xFFFFu);
+    if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(mask)) / 2;
+  }
+#endif
+  for (; i < n; ++i) {
+    const char16_t x = p[i];
+    const char16_t y = p[i + off];
+    if (((x == a || x == b) && (y == c || y == d)) || x >= 128 || y >= 128) return i;
   }
   return n;
 }

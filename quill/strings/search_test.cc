@@ -4,10 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "quill/rtl/casing.h"
+#include "quill/rtl/syslocale.h"
 
 namespace quill::Gstrings {
 namespace {
@@ -173,6 +177,83 @@ TEST(CXPos, AnsiSameAnswersAsLoweredCopies) {
       const std::string lp = AnsiLowerCase(p);
       for (int32_t n : {1, 2, 3}) {
         EXPECT_EQ(CXPos(p, t, 1, n), XPos(lp, lt, 1, n)) << p << " / " << t << " " << n;
+      }
+    }
+  }
+}
+
+// Random texts long enough for the vectorised scans (16 bytes / 8 units per
+// step), mixing ASCII letters with characters whose lowering matters.
+TEST(CXPos, RandomTextsSameAnswersAsLoweredCopies) {
+  const std::u16string alphabet = std::u16string(u"aAkKiIsS -\u212A\u0130\u00E9\u00C9\u03A3\u00DF") +
+                                  char16_t{0xD801} + char16_t{0xDC00};
+  std::mt19937 rng(7);
+  auto pick = [&](std::size_t len, std::size_t asciiOnlyUpTo) {
+    std::u16string s;
+    for (std::size_t i = 0; i < len; ++i) {
+      s += alphabet[rng() % (asciiOnlyUpTo ? asciiOnlyUpTo : alphabet.size())];
+    }
+    return s;
+  };
+  for (int round = 0; round < 3000; ++round) {
+    // Mostly ASCII texts with an occasional non-ASCII character.
+    std::u16string t = pick(1 + rng() % 90, 10);
+    if (round % 3 == 0 && !t.empty()) t[rng() % t.size()] = alphabet[10 + rng() % 8];
+    const std::u16string p = pick(1 + rng() % 4, round % 2 ? 10 : 0);
+    const std::u16string lt = AnsiLowerCase(t);
+    const std::u16string lp = AnsiLowerCase(p);
+    for (int32_t n : {1, 2, 3}) {
+      ASSERT_EQ(CXPos(p, t, 1, n), XPos(lp, lt, 1, n)) << round;
+    }
+    const std::string a = Narrow(t.substr(0, t.find_first_of(alphabet.substr(10))));
+    const std::string ap = Narrow(p.substr(0, p.find_first_of(alphabet.substr(10))));
+    ASSERT_EQ(CXPos(ap, a, 1, 1), XPos(AnsiLowerCase(ap), AnsiLowerCase(a), 1, 1)) << round;
+  }
+}
+
+// Sets the default ANSI code page for one test and restores it.
+class PinnedCodePage {
+ public:
+  explicit PinnedCodePage(const char* cp) {
+    if (const char* v = std::getenv("QUILL_ANSI_CODEPAGE")) saved_ = v;
+    setenv("QUILL_ANSI_CODEPAGE", cp, 1);
+    ResetLocaleCache();
+  }
+  ~PinnedCodePage() {
+    if (saved_) {
+      setenv("QUILL_ANSI_CODEPAGE", saved_->c_str(), 1);
+    } else {
+      unsetenv("QUILL_ANSI_CODEPAGE");
+    }
+    ResetLocaleCache();
+  }
+
+ private:
+  std::optional<std::string> saved_;
+};
+
+// 8-bit text in UTF-8 and in a double-byte code page: the answers are those
+// of the lowered copies, whatever bytes follow a lead byte.
+TEST(CXPos, AnsiMultiByteCodePagesSameAnswersAsLoweredCopies) {
+  const std::vector<std::string> texts = {
+      "\xC3\x89t\xC3\xA9 ETE \xC3\xA9t\xC3\xA9 and some padding to pass sixteen bytes",
+      "\x82\x41\x82\x61 A a \x82\x41 and some padding to pass sixteen bytes AA",
+      "plain ascii only, no high bytes at all, Aa aA",
+  };
+  const std::vector<std::string> patterns = {"a", "A", "ete", "\xC3\xA9", "aa", "\x82\x41"};
+  for (const char* cp : {"65001", "932", "1252"}) {
+    PinnedCodePage pin(cp);
+    for (const auto& t : texts) {
+      const std::string lt = AnsiLowerCase(t);
+      for (const auto& p : patterns) {
+        const std::string lp = AnsiLowerCase(p);
+        // A start on a second byte must not make it a character of its own.
+        for (int32_t start : {1, 2, 3, 4}) {
+          for (int32_t n : {1, 2, 3}) {
+            EXPECT_EQ(CXPos(p, t, start, n), XPos(lp, lt, start, n))
+                << cp << " " << p << " / " << t << " from " << start;
+          }
+        }
       }
     }
   }

@@ -8,8 +8,9 @@
 // no memory proportional to the text is taken. The 8-bit form builds the
 // lowered copy as soon as it meets a byte above 127, because a byte there may
 // be part of a multi-byte character whose lowering only the whole text can
-// tell. Locales whose lowering of ASCII letters depends on the surrounding
-// text (Turkish, Azerbaijani, Lithuanian) always use the copy.
+// tell; in double-byte code pages it always uses the copy. Locales whose
+// lowering of ASCII letters depends on the surrounding text (Turkish,
+// Azerbaijani, Lithuanian) always use the copy.
 #pragma once
 
 #include <cstddef>
@@ -26,9 +27,19 @@ namespace quill::Gstrings::internal {
 // the plain ASCII folding.
 bool UserLocaleFoldsAsciiPlainly();
 
+// True when the ANSI code page is a double-byte one (932, 936, 949, 950,
+// 1361), whose second bytes may look like ASCII letters: 8-bit text there is
+// only ever searched in its lowered copy.
+bool AnsiCodePageHasAsciiTrailBytes();
+
 template <class C>
 constexpr C AsciiLower(C c) noexcept {
   return (c >= C('A') && c <= C('Z')) ? static_cast<C>(c + 32) : c;
+}
+
+template <class C>
+constexpr C AsciiUpper(C c) noexcept {
+  return (c >= C('a') && c <= C('z')) ? static_cast<C>(c - 32) : c;
 }
 
 template <class C>
@@ -45,6 +56,7 @@ class CaselessFinder {
   CaselessFinder(View<C> pattern, View<C> text)
       : lpat_(AnsiLowerCase(pattern)), text_(text) {
     onTheFly_ = IsAscii<C>(lpat_) && UserLocaleFoldsAsciiPlainly();
+    if constexpr (sizeof(C) == 1) onTheFly_ = onTheFly_ && !AnsiCodePageHasAsciiTrailBytes();
     if (!onTheFly_) BuildCopy();
   }
 
@@ -55,11 +67,16 @@ class CaselessFinder {
     const std::size_t n = text_.size();
     const std::size_t m = lpat_.size();
     const C first = lpat_[0];
-    const C firstUpper = (first >= C('a') && first <= C('z')) ? static_cast<C>(first - 32) : first;
+    const C last = lpat_[m - 1];
     while (from < n && n - from >= m) {
-      // Candidates: the first character in either case, or any non-ASCII
-      // character (which may lower to an ASCII one, like U+212A KELVIN SIGN).
-      std::size_t i = from + FindPairOrHigh(text_.data() + from, n - from - m + 1, first, firstUpper);
+      // Candidates: the first and the last character in either case, or any
+      // non-ASCII character (which may lower to an ASCII one, like U+212A
+      // KELVIN SIGN).
+      const std::size_t count = n - from - m + 1;
+      const std::size_t i =
+          from + (m == 1 ? FindPairOrHigh(text_.data() + from, count, first, AsciiUpper(first))
+                         : FindEndsOrHigh(text_.data() + from, count, m - 1, first,
+                                          AsciiUpper(first), last, AsciiUpper(last)));
       if (i > n - m) return npos;
       bool match = true;
       for (std::size_t j = 0; j < m; ++j) {
