@@ -85,6 +85,15 @@ TEST(CStringEx, ByteExamples) {
   EXPECT_EQ(CStringEx(std::string("?\x7f"), false, true), "\"?\x7f\"");  // ? and DEL never escaped
 }
 
+TEST(CStringEx, EveryUtf16UnitFrom128Up) {
+  // Units 128..65535 are never escaped, in any mode (surrogates included).
+  for (unsigned u = 128; u <= 0xFFFF; ++u) {
+    const UnicodeString in(1, static_cast<char16_t>(u));
+    ASSERT_EQ(CStringEx(in, false, false), in) << u;
+    ASSERT_EQ(QuotedCString(in), u"\"" + in + u"\"") << u;
+  }
+}
+
 TEST(CStringEx, Utf16UnitsAbove31AreCopied) {
   const UnicodeString in = u"\u263A\xD800\u0141\u00FF";
   EXPECT_EQ(CStringEx(in, false, false), in);

@@ -65,6 +65,15 @@ TEST(QuotedString, Utf16UnitsAbove255AreCopied) {
   EXPECT_EQ(QuotedString(in, u'\''), u"'" + in + u"'");
 }
 
+TEST(QuotedString, EveryUtf16UnitFrom32Up) {
+  // Every unit of 32 and above is copied; only the quote is doubled.
+  for (unsigned u = 32; u <= 0xFFFF; ++u) {
+    const UnicodeString in(1, static_cast<char16_t>(u));
+    const UnicodeString expect = u == u'\'' ? UnicodeString(u"''''") : u"'" + in + u"'";
+    ASSERT_EQ(QuotedString(in, u'\''), expect) << u;
+  }
+}
+
 TEST(QuotedString, QuoteCharacterBelow32IsWrittenAsCode) {
   // A control character used as quote is still written as a code.
   EXPECT_EQ(QuotedString(std::string("a\tb"), '\t'), "\ta\t#9\tb\t");
