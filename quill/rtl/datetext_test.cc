@@ -361,3 +361,29 @@ TEST(FormatDateTime, RoundTripsThroughTheReader) {
 
 }  // namespace
 }  // namespace quill
+
+namespace quill {
+namespace {
+
+TEST(TryStrToDateTime, UnderLocaleSettings) {
+  // German settings: day first, "." between the date parts
+  const TFormatSettings de = TFormatSettings::Create(u"de-DE");
+  TDateTime v = 0;
+  ASSERT_TRUE(TryStrToDateTime(u"24.12.2023 18:30:15", v, de));
+  EXPECT_EQ(v, EncodeDate(2023, 12, 24) + EncodeTime(18, 30, 15, 0));
+  // American settings: month first, "/" between the date parts, AM/PM
+  const TFormatSettings us = TFormatSettings::Create(u"en-US");
+  ASSERT_TRUE(TryStrToDateTime(u"12/24/2023 6:30 PM", v, us));
+  EXPECT_EQ(v, EncodeDate(2023, 12, 24) + EncodeTime(18, 30, 0, 0));
+  EXPECT_FALSE(TryStrToDateTime(u"24.12.2023", v, us));
+  // and what FormatDateTime writes with those settings reads back
+  const TDateTime w = EncodeDate(2024, 2, 29) + EncodeTime(7, 5, 9, 0);
+  for (const TFormatSettings* fs : {&de, &us}) {
+    TDateTime back = 0;
+    ASSERT_TRUE(TryStrToDateTime(FormatDateTime(u"ddddd tt", w, *fs), back, *fs));
+    EXPECT_EQ(back, w);
+  }
+}
+
+}  // namespace
+}  // namespace quill
