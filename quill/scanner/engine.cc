@@ -24,15 +24,18 @@ using internal::StandsAt;
 namespace internal {
 
 void LowerInto(std::u16string_view src, UnicodeString& dst) {
-  for (WideChar c : src) {
-    if (c >= 128) {
-      dst = AnsiLowerCase(src);
-      return;
-    }
+  // Both loops below have no early exit, so the compiler can vectorise them.
+  unsigned all = 0;
+  for (WideChar c : src) all |= c;
+  if (all >= 128) {
+    dst = AnsiLowerCase(src);
+    return;
   }
-  dst.assign(src);
-  for (WideChar& c : dst)
-    if (c >= u'A' && c <= u'Z') c = static_cast<WideChar>(c + (u'a' - u'A'));
+  dst.resize(src.size());
+  for (size_t k = 0; k < src.size(); ++k) {
+    const WideChar c = src[k];
+    dst[k] = static_cast<WideChar>(c + (static_cast<unsigned>(c - u'A') < 26u ? 32 : 0));
+  }
 }
 
 }  // namespace internal
@@ -353,19 +356,21 @@ TGTokenType TGScanner::InternalNextToken() {
       FRealStr.assign(1, RunCChar(line, E));
       type = ttChar;
     } else {
-      FRealStr.assign(CopyView(line, start, E - start + 1));
+      internal::SetText(FRealStr, CopyView(line, start, E - start + 1));
       type = ttSeparator;
       ++E;
     }
   } else {
-    for (;;) {
-      if (E > Len(line)) break;
-      if (Gstrings::IsSpace(line[static_cast<size_t>(E) - 1])) break;
-      int32_t probe = E;
-      if (IsSeparator(line, probe)) break;
+    // A pair found in the separator text implies that its first character is
+    // in the text as well, so "IsSeparator at E" is plain membership of the
+    // character at E; the pair only matters for where a separator ends.
+    const int32_t len = Len(line);
+    while (E <= len) {
+      const WideChar c = line[static_cast<size_t>(E) - 1];
+      if (Gstrings::IsSpace(c) || SepsContain(c)) break;
       ++E;
     }
-    FRealStr.assign(CopyView(line, start, E - start));
+    internal::SetText(FRealStr, CopyView(line, start, E - start));
     // Only the low byte of the first character is tested, deliberately: a
     // character above 255 whose low byte lies in 'A'..'z' starts an
     // identifier too.
@@ -396,7 +401,7 @@ TGTokenType TGScanner::InternalNextToken() {
 void TGScanner::FillToken(int32_t Index, TGTokenType TokType) {
   TGToken& slot = FTokens[Index];
   slot.TokType = TokType;
-  slot.RealStr.assign(FRealStr);
+  internal::SetText(slot.RealStr, FRealStr);
   internal::LowerInto(FRealStr, slot.TokStr);
   slot.TokLine = FLine;
   slot.TokStart = FTokStart;

@@ -34,8 +34,6 @@ UnicodeString TGScanner::GetPrevToksStr() const {
   return out;
 }
 
-TGTokenType TGScanner::GetTokType() const { return FTokens[0].TokType; }
-
 UnicodeString TGScanner::GetTokStr() const {
   // Lower-cased on each read, not taken from the slot's TokStr: a token
   // written by SetToken reads consistently.
@@ -45,10 +43,5 @@ UnicodeString TGScanner::GetTokStr() const {
 }
 
 UnicodeString TGScanner::GetRealStr() const { return FTokens[0].RealStr; }
-int32_t TGScanner::GetTokLine() const { return FTokens[0].TokLine; }
-int32_t TGScanner::GetTokStart() const { return FTokens[0].TokStart; }
-int32_t TGScanner::GetTokEnd() const { return FTokens[0].TokEnd; }
-int32_t TGScanner::GetTokPos() const { return FTokens[0].TokPos; }
-int32_t TGScanner::GetTokLength() const { return FTokens[0].TokEnd - FTokens[0].TokStart; }
 
 }  // namespace quill::Gscanner

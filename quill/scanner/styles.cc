@@ -130,16 +130,7 @@ void TGScanner::RebuildSepTable() {
   }
 }
 
-bool TGScanner::SepsContain(WideChar c) const {
-  if (c < 128) return (sep_single_[c >> 6] >> (c & 63)) & 1u;
-  return FSeps.find(c) != UnicodeString::npos;
-}
-
-bool TGScanner::SepsContainPair(WideChar a, WideChar b) const {
-  if (a < 128 && b < 128) {
-    const unsigned idx = a * 128u + b;
-    return (sep_pair_[idx >> 6] >> (idx & 63)) & 1u;
-  }
+bool TGScanner::SepsContainOtherPair(WideChar a, WideChar b) const {
   const WideChar pair[2] = {a, b};
   return FSeps.find(std::u16string_view(pair, 2)) != UnicodeString::npos;
 }
@@ -162,11 +153,6 @@ void TGScanner::RebuildCommentStarts() {
   };
   note(FLineCommentStr);
   for (int32_t i = 0; i < FBlockComments1.Count(); ++i) note(FBlockComments1.Get(i));
-}
-
-bool TGScanner::MayOpenComment(WideChar c) const {
-  if (c < 128) return (comment_start_[c >> 6] >> (c & 63)) & 1u;
-  return comment_start_other_;
 }
 
 }  // namespace quill::Gscanner

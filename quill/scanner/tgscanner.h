@@ -121,23 +121,23 @@ class QUILL_API TGScanner : public TObject {
 
   // ---- The current token (slot 0) ----
 
-  [[nodiscard]] TGTokenType GetTokType() const;
+  [[nodiscard]] TGTokenType GetTokType() const { return FTokens[0].TokType; }
   [[nodiscard]] TGTokenType TokType() const { return GetTokType(); }
   // Computed on each read: RealStr of slot 0 lower-cased.
   [[nodiscard]] UnicodeString GetTokStr() const;
   [[nodiscard]] UnicodeString TokStr() const { return GetTokStr(); }
   [[nodiscard]] UnicodeString GetRealStr() const;
   [[nodiscard]] UnicodeString RealStr() const { return GetRealStr(); }
-  [[nodiscard]] int32_t GetTokLine() const;
+  [[nodiscard]] int32_t GetTokLine() const { return FTokens[0].TokLine; }
   [[nodiscard]] int32_t TokLine() const { return GetTokLine(); }
-  [[nodiscard]] int32_t GetTokStart() const;
+  [[nodiscard]] int32_t GetTokStart() const { return FTokens[0].TokStart; }
   [[nodiscard]] int32_t TokStart() const { return GetTokStart(); }
-  [[nodiscard]] int32_t GetTokEnd() const;
+  [[nodiscard]] int32_t GetTokEnd() const { return FTokens[0].TokEnd; }
   [[nodiscard]] int32_t TokEnd() const { return GetTokEnd(); }
-  [[nodiscard]] int32_t GetTokPos() const;
+  [[nodiscard]] int32_t GetTokPos() const { return FTokens[0].TokPos; }
   [[nodiscard]] int32_t TokPos() const { return GetTokPos(); }
   // TokEnd minus TokStart of slot 0.
-  [[nodiscard]] int32_t GetTokLength() const;
+  [[nodiscard]] int32_t GetTokLength() const { return FTokens[0].TokEnd - FTokens[0].TokStart; }
   [[nodiscard]] int32_t TokLength() const { return GetTokLength(); }
 
   // ---- Configuration ----
@@ -235,9 +235,25 @@ class QUILL_API TGScanner : public TObject {
  private:
   void RebuildSepTable();
   void RebuildCommentStarts();
-  [[nodiscard]] bool SepsContain(WideChar c) const;
-  [[nodiscard]] bool SepsContainPair(WideChar a, WideChar b) const;
-  [[nodiscard]] bool MayOpenComment(WideChar c) const;
+  // Membership of a character / of two adjacent characters in FSeps, and
+  // whether a comment marker may start with a character (inline: asked for
+  // nearly every character of the source).
+  [[nodiscard]] bool SepsContain(WideChar c) const {
+    if (c < 128) return (sep_single_[c >> 6] >> (c & 63)) & 1u;
+    return FSeps.find(c) != UnicodeString::npos;
+  }
+  [[nodiscard]] bool SepsContainPair(WideChar a, WideChar b) const {
+    if (a < 128 && b < 128) {
+      const unsigned idx = a * 128u + b;
+      return (sep_pair_[idx >> 6] >> (idx & 63)) & 1u;
+    }
+    return SepsContainOtherPair(a, b);
+  }
+  [[nodiscard]] bool SepsContainOtherPair(WideChar a, WideChar b) const;
+  [[nodiscard]] bool MayOpenComment(WideChar c) const {
+    if (c < 128) return (comment_start_[c >> 6] >> (c & 63)) & 1u;
+    return comment_start_other_;
+  }
   void RefillAhead(int32_t first);
   // Raises "Token %d is not available" unless -10 <= Index <= 10.
   void CheckIndex(int32_t Index) const;

@@ -57,6 +57,13 @@ namespace quill::Gscanner::internal {
   return s.substr(from, n);
 }
 
+// Replaces the text of `dst` by `src`, reusing dst's buffer. (Plain append
+// after clear: cheaper than the general assign for the short texts of tokens.)
+inline void SetText(UnicodeString& dst, std::u16string_view src) {
+  dst.clear();
+  dst.append(src.data(), src.size());
+}
+
 // `src` lower-cased into `dst` with the runtime's locale-aware lower-casing,
 // reusing dst's buffer. All-ASCII text (nearly every token) is mapped in
 // place, the same A-Z mapping the runtime applies to ASCII without consulting
