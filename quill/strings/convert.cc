@@ -65,6 +65,26 @@ int32_t DigitsToInt(std::u16string_view s, uint32_t base, const char16_t* compla
   return static_cast<int32_t>(sum);
 }
 
+// Fast path for the most common integer text: an optional sign and one to
+// nine decimal digits, which the runtime's grammar always accepts and which
+// always fit. Anything else (blanks, hexadecimal, ten or more digits) is left
+// to the runtime's conversion.
+bool TryShortDecimal(std::u16string_view s, int32_t& value) noexcept {
+  std::size_t i = 0;
+  const bool negative = !s.empty() && s[0] == u'-';
+  if (!s.empty() && (s[0] == u'-' || s[0] == u'+')) i = 1;
+  const std::size_t digits = s.size() - i;
+  if (digits == 0 || digits > 9) return false;
+  int32_t v = 0;
+  for (; i < s.size(); ++i) {
+    const char16_t c = s[i];
+    if (c < u'0' || c > u'9') return false;
+    v = v * 10 + (c - u'0');
+  }
+  value = negative ? -v : v;
+  return true;
+}
+
 bool MeansFalse(std::u16string_view s) noexcept {
   if (s == u"0") return true;
   if (s.size() != 5) return false;
@@ -81,13 +101,17 @@ bool MeansFalse(std::u16string_view s) noexcept {
 
 int32_t XStrToInt(std::u16string_view s) {
   if (TrimControls(s).empty()) return 0;
+  int32_t v = 0;
+  if (TryShortDecimal(s, v)) return v;
   // The untrimmed text: trailing blanks fail on purpose.
   return StrToInt(s);
 }
 
 int32_t ZStrToInt(std::u16string_view s) noexcept {
+  const std::u16string_view t = TrimControls(s);
   int32_t v = 0;
-  return TryStrToInt(TrimControls(s), v) ? v : 0;
+  if (TryShortDecimal(t, v)) return v;
+  return TryStrToInt(t, v) ? v : 0;
 }
 
 int32_t SafeStrToInt(std::u16string_view s) {

@@ -9,6 +9,8 @@
 
 #include "quill/rtl/exception.h"
 #include "quill/rtl/formatsettings.h"
+#include "quill/rtl/intconv.h"
+#include "quill/rtl/trim.h"
 #include "quill/rtl/syslocale.h"
 
 namespace quill::Gstrings {
@@ -77,6 +79,25 @@ TEST(ZStrToInt, NeverRaises) {
   EXPECT_EQ(ZStrToInt(u"-2147483648"), INT32_MIN);
   EXPECT_EQ(ZStrToInt(u"2147483648"), 0);
   EXPECT_EQ(ZStrToInt(u"\u0661"), 0);  // Arabic-Indic digit one is not a digit
+}
+
+// The short-decimal fast path must answer exactly like the runtime's
+// grammar on texts around its limits.
+TEST(ZStrToInt, AgreesWithTheRuntimeGrammar) {
+  for (const char16_t* t : {u"0", u"-0", u"+5", u"+", u"-", u"--1", u"+-1", u"123456789",
+                            u"-123456789", u"999999999", u"1234567890", u"-2147483648",
+                            u"2147483647", u"0000000001", u"1a", u"\u0031", u"$1F", u" 12",
+                            u"1\u00B2", u"\uFF11"}) {
+    int32_t v = 0;
+    const bool ok = TryStrToInt(Trim(std::u16string_view(t)), v);
+    EXPECT_EQ(ZStrToInt(t), ok ? v : 0) << std::u16string(t).size();
+    int32_t w = 0;
+    if (TryStrToInt(std::u16string_view(t), w)) {
+      EXPECT_EQ(XStrToInt(t), w);
+    } else {
+      EXPECT_THROW((void)XStrToInt(t), EConvertError);
+    }
+  }
 }
 
 TEST(SafeStrToInt, ConvertsTrimmedText) {
