@@ -93,7 +93,7 @@ TEST(DHGetFileName, SharedLibraryNamesLibrary) {
   void* h = dlopen(lib.c_str(), RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(h, nullptr) << dlerror();
   using Fn = UnicodeString (*)();
-  auto fn = reinterpret_cast<Fn>(dlsym(h, "_ZN5quill6Gutils13DHGetFileNameEv"));
+  auto fn = reinterpret_cast<Fn>(dlsym(h, "_ZN5quill6Gutils13DHGetFileNameB5cxx11Ev"));
   ASSERT_NE(fn, nullptr);
   EXPECT_EQ(fn(), Utf8ToUnicode(lib.string()));
   dlclose(h);
