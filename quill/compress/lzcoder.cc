@@ -43,8 +43,13 @@ int64_t ReadFully(TStream& stream, uint8_t* buffer, int64_t count) {
   return got;
 }
 
+// The first three bytes at p as a number. Reads four bytes: callers keep one
+// readable byte beyond the three.
 inline uint32_t Load3(const uint8_t* p) {
-  return uint32_t{p[0]} | (uint32_t{p[1]} << 8) | (uint32_t{p[2]} << 16);
+  uint32_t v;
+  std::memcpy(&v, p, 4);
+  if constexpr (std::endian::native == std::endian::little) return v & 0xFFFFFFu;
+  return v >> 8;
 }
 
 inline uint32_t Hash3(uint32_t key) { return (key * 2654435761u) >> (32 - kHashBits); }
@@ -274,7 +279,8 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
             const uint32_t word = b | (uint32_t{ip[1]} << 8);
             const uint32_t d = (word & 0x0FFFu) >> 1;
             const uint32_t len = (word >> 12) + kMinMatch;
-            if (d == 0 || d + len > static_cast<uint32_t>(kWindowSize)) break;
+            // d == 0 or d + len > 2,048, as one unsigned comparison.
+            if (d - 1 > static_cast<uint32_t>(kWindowSize) - len - 1) break;
             ip += 2;
             const uint8_t* s = op - d;
             if (d >= 8) {
@@ -288,8 +294,13 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
           } else {
             const uint32_t n = b >> 1;
             ++ip;
-            // Short runs (the usual case in text) copy a fixed 16 bytes.
-            std::memcpy(op, ip, n <= 16 ? 16 : n);
+            // Short runs (the usual case in text) copy a fixed 16 bytes, which
+            // compiles to two moves instead of a call.
+            if (n <= 16) {
+              std::memcpy(op, ip, 16);
+            } else {
+              std::memcpy(op, ip, n);
+            }
             ip += n;
             op += n;
           }
