@@ -45,7 +45,7 @@ UnicodeString TGScanner::ExtractPiece(const TGScannerBookmark& Bmrk1,
     E2 = last.TokEnd;
   }
   if (L1 > L2) return {};
-  if (L1 == L2) return Trim(CopyView(FSource.Get(L1), S1, E2 - S1));
+  if (L1 == L2) return Trim(CopyView(FSource.Get(L1), S1, int64_t{E2} - S1));
 
   UnicodeString piece(CopyView(FSource.Get(L1), S1, Len(FSource.Get(L1))));
   for (int32_t line = L1 + 1; line < L2; ++line) {
@@ -53,7 +53,7 @@ UnicodeString TGScanner::ExtractPiece(const TGScannerBookmark& Bmrk1,
     piece += FSource.Get(line);
   }
   piece += u"\r\n";
-  piece += CopyView(FSource.Get(L2), 1, E2 - 1);
+  piece += CopyView(FSource.Get(L2), 1, int64_t{E2} - 1);
   // Only the two ends are trimmed; the line breaks inside stay.
   return Trim(piece);
 }

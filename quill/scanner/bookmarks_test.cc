@@ -1,4 +1,5 @@
 // Bookmarks and ExtractPiece.
+#include <climits>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -219,6 +220,21 @@ TEST(ExtractPiece, ChangedSourceLinesMustExist) {
   const TGScannerBookmark b2 = sc.GetBookmark();
   SetLines(sc, {u"only"});
   EXPECT_THROW((void)sc.ExtractPiece(b1, b2, true), EStringListError);
+}
+
+// Bookmarks built by hand with extreme positions give empty or clamped text,
+// never a read outside the line.
+TEST(ExtractPiece, ExtremePositionsAreClamped) {
+  TGScanner sc;
+  SetLines(sc, {u"abc"});
+  TGScannerBookmark b1;
+  TGScannerBookmark b2;
+  b1.TokenQueue[0].TokStart = INT32_MAX;
+  b2.TokenQueue[0].TokEnd = INT32_MIN;
+  EXPECT_EQ(sc.ExtractPiece(b1, b2, true), u"");
+  b1.TokenQueue[0].TokStart = INT32_MIN;
+  b2.TokenQueue[0].TokEnd = INT32_MAX;
+  EXPECT_EQ(sc.ExtractPiece(b1, b2, true), u"abc");
 }
 
 }  // namespace

@@ -49,9 +49,11 @@ namespace quill::Gscanner::internal {
 // The runtime's Copy: up to `count` characters from 1-based `index`. An index
 // below 1 counts as 1, an index past the end or a count below 1 gives the
 // empty view.
-[[nodiscard]] inline std::u16string_view CopyView(std::u16string_view s, int32_t index, int32_t count) noexcept {
+// The count is 64-bit so that callers may pass differences of arbitrary
+// 32-bit positions (such as those of tokens written by SetToken).
+[[nodiscard]] inline std::u16string_view CopyView(std::u16string_view s, int64_t index, int64_t count) noexcept {
   if (index < 1) index = 1;
-  if (count < 1 || static_cast<size_t>(index) > s.size()) return {};
+  if (count < 1 || static_cast<uint64_t>(index) > s.size()) return {};
   const size_t from = static_cast<size_t>(index) - 1;
   const size_t n = static_cast<size_t>(count);
   return s.substr(from, n);
