@@ -32,6 +32,9 @@ constexpr int kHashBits = 13;
 constexpr uint32_t kRingMask = 4095;    // chain entries kept: > the window
 constexpr int64_t kTokenRoom = 2 + kMaxLiteralRun;
 
+// For a copy distance d below 8: the smallest multiple of d that is at least 8.
+constexpr uint8_t kPeriodStep[8] = {0, 8, 8, 9, 8, 10, 12, 14};
+
 // Reads until `count` bytes arrived or the stream delivers nothing more.
 int64_t ReadFully(TStream& stream, uint8_t* buffer, int64_t count) {
   int64_t got = 0;
@@ -288,18 +291,24 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
               std::memcpy(op + 8, s + 8, 8);
               std::memcpy(op + 16, s + 16, 8);
             } else {
-              for (uint32_t k = 0; k < len; ++k) op[k] = s[k];
+              // A short period: lay down the first 8 bytes one by one, then
+              // copy words from a whole number of periods back (8 to 14
+              // bytes), which no longer overlaps a word's own source.
+              for (int k = 0; k < 8; ++k) op[k] = s[k];
+              const uint8_t* t = op + 8 - kPeriodStep[d];
+              std::memcpy(op + 8, t, 8);
+              std::memcpy(op + 16, t + 8, 8);
             }
             op += len;
           } else {
             const uint32_t n = b >> 1;
             ++ip;
-            // Short runs (the usual case in text) copy a fixed 16 bytes, which
-            // compiles to two moves instead of a call.
+            // Fixed-size moves (16 or 128 bytes) compile to vector moves
+            // instead of a call; both buffers have room past the run.
             if (n <= 16) {
               std::memcpy(op, ip, 16);
             } else {
-              std::memcpy(op, ip, n);
+              std::memcpy(op, ip, 128);
             }
             ip += n;
             op += n;
