@@ -124,8 +124,8 @@ class QUILL_API TGObjectList : public TList {
   [[nodiscard]] const TNotifyEvent& OnEmpty() const { return FOnEmpty; }
   void SetOnEmpty(TNotifyEvent Value) { FOnEmpty = std::move(Value); }
 
- protected:
   // Calls OnChange(this) if assigned; then ListEmpty() if the count is 0.
+  // Derived lists call it after changes of their own.
   virtual void Changed();
   // Calls OnEmpty(this) if assigned.
   virtual void ListEmpty();

@@ -251,6 +251,22 @@ TEST(TGObjectList, SetItemDoesNotFreeOrFire) {
   list.SetOnEmpty(nullptr);
 }
 
+// Changed() reports directly: OnChange, then OnEmpty only for an empty list.
+TEST(TGObjectList, ChangedReportsDirectly) {
+  std::vector<std::string> log;
+  TGObjectList list;
+  Listen(list, log);
+  list.Changed();
+  EXPECT_EQ(log, (std::vector<std::string>{"change", "empty"}));
+  list.SetOnChange(nullptr);
+  list.Add(new Tracked(log, "a"));
+  log.clear();
+  list.Changed();  // no OnChange assigned, list not empty: nothing
+  list.ListEmpty();
+  EXPECT_EQ(log, (std::vector<std::string>{"empty"}));
+  list.SetOnEmpty(nullptr);
+}
+
 // Index checks are the pointer list's.
 TEST(TGObjectList, BadIndexRaisesListError) {
   TGObjectList list;
