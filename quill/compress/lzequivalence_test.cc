@@ -37,6 +37,29 @@ std::pair<Bytes, Calls> RunCoder(const Bytes& input, bool encode, Coder coder, s
   return {Contents(out), calls};
 }
 
+// What the writer may emit: literal runs of 1 to 127 bytes, complete; copies
+// of distance 1 to 2,045 whose distance plus length never exceeds 2,048 (so
+// the expander's overwrite case never arises from our own output).
+void ExpectWellFormedTokens(const Bytes& t) {
+  size_t i = 0;
+  while (i < t.size()) {
+    if (t[i] & 1) {
+      ASSERT_LT(i + 1, t.size());
+      uint32_t d = 0, len = 0;
+      internal::DecodeCopy(t[i] | (uint32_t{t[i + 1]} << 8), d, len);
+      ASSERT_GE(d, 1u);
+      ASSERT_LE(d, 2045u);
+      ASSERT_LE(d + len, 2048u);
+      i += 2;
+    } else {
+      const size_t n = t[i] >> 1;
+      ASSERT_GE(n, 1u);
+      ASSERT_LE(i + 1 + n, t.size());
+      i += 1 + n;
+    }
+  }
+}
+
 // Encodes with both coders, compares tokens and progress, and checks that
 // both decoders give the input back.
 void ExpectSameCompression(const Bytes& plain, const std::string& what) {
@@ -45,6 +68,7 @@ void ExpectSameCompression(const Bytes& plain, const std::string& what) {
   const auto reference = RunCoder(plain, true, Coder::kReference);
   ASSERT_EQ(fast.first, reference.first);
   ASSERT_EQ(fast.second, reference.second);
+  ExpectWellFormedTokens(fast.first);
   const auto back_fast = RunCoder(fast.first, false, Coder::kFast);
   const auto back_reference = RunCoder(fast.first, false, Coder::kReference);
   ASSERT_EQ(back_fast.first, plain);
