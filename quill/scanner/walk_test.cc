@@ -74,6 +74,28 @@ TEST(NextToken, LongSourceHasNoExtraToken) {
   EXPECT_EQ(walk.back().TokLine, 1);
 }
 
+// Over many rotations of the ring every slot holds the token the walk shows
+// that many steps before or after.
+TEST(NextToken, SlotsFollowTheWalk) {
+  TGScanner sc;
+  sc.SetSourceStyle(ssC);
+  std::u16string line;
+  for (int i = 0; i < 300; ++i) line += u"id" + std::u16string(1, static_cast<char16_t>(u'a' + i % 26)) + u"(1, \"s\"); ";
+  SetLines(sc, {line, line, line});
+  const std::vector<TGToken> walk = Walk(sc);
+  ASSERT_EQ(walk.size(), 3u * 300u * 7u);
+  sc.FirstToken();
+  for (size_t step = 0; step < walk.size(); ++step) {
+    for (int32_t k = -10; k <= 10; ++k) {
+      const int64_t at = static_cast<int64_t>(step) + k;
+      if (at < 0 || at >= static_cast<int64_t>(walk.size())) continue;
+      ASSERT_EQ(sc.GetToken(k), walk[static_cast<size_t>(at)]) << "step " << step << " slot " << k;
+    }
+    sc.NextToken();
+  }
+  EXPECT_TRUE(sc.EOS());
+}
+
 TEST(NextToken, AfterEosNothingChanges) {
   TGScanner sc;
   SetLines(sc, {u"a"});
