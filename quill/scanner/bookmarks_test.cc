@@ -202,7 +202,7 @@ TEST(ExtractPiece, EndBeforeStartGivesEmpty) {
   EXPECT_EQ(sc.ExtractPiece(sc.GetBookmark(), x, true), u"");
 }
 
-// Errata: on an empty source the bookmark names line 0, which does not exist,
+// On an empty source the bookmark names line 0, which does not exist,
 // so reading it raises the string list's own error.
 TEST(ExtractPiece, EmptySourceRaisesTheListError) {
   TGScanner sc;

@@ -234,7 +234,7 @@ TEST(RunCExtraChar, ZeroAndNoMoveWithoutTheSymbol) {
   EXPECT_EQ(i, 1);
 }
 
-// Errata: \8 and \9 go through the octal reader, which raises.
+// \8 and \9 go through the octal reader, which raises its own error.
 TEST(RunCExtraChar, EightAndNineRaiseTheOctalError) {
   TGScanner sc;
   sc.SetSourceStyle(ssC);
