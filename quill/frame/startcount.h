@@ -22,3 +22,23 @@ class TStartCount {
 };
 
 }  // namespace quill
+
+// Defines the unit's initialization(), Finalization() and StartCount() around
+// one start count: `first_start` runs on the first start and `last_stop` on
+// the last stop (each a callable taking no arguments).
+#define QUILL_DEFINE_UNIT_LIFECYCLE(Unit, first_start, last_stop)  \
+  namespace quill::Unit {                                          \
+  namespace {                                                      \
+  TStartCount g_start_count;                                       \
+  }                                                                \
+  void initialization() {                                          \
+    if (g_start_count.Start()) (first_start)();                    \
+  }                                                                \
+  void Finalization() {                                            \
+    if (g_start_count.Stop()) (last_stop)();                       \
+  }                                                                \
+  int32_t StartCount() { return g_start_count.Value(); }           \
+  }
+
+// For units whose start-up and shutdown only move the count.
+inline void QuillUnitNothingToDo() {}

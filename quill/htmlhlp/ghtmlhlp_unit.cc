@@ -1,22 +1,6 @@
-// Start-up and shutdown of the Ghtmlhlp unit.
+// Start-up and shutdown of the Ghtmlhlp unit: the help engine is bound on first use, so start-up builds nothing;
+// with the engine never loaded, shutdown changes nothing.
 #include "quill/frame/startcount.h"
 #include "quill/frame/units.h"
 
-namespace quill::Ghtmlhlp {
-namespace {
-TStartCount g_start_count;
-}  // namespace
-
-// First start: nothing to build.
-void initialization() {
-  if (!g_start_count.Start()) return;
-}
-
-// Last stop: nothing to release.
-void Finalization() {
-  if (!g_start_count.Stop()) return;
-}
-
-int32_t StartCount() { return g_start_count.Value(); }
-
-}  // namespace quill::Ghtmlhlp
+QUILL_DEFINE_UNIT_LIFECYCLE(Ghtmlhlp, QuillUnitNothingToDo, QuillUnitNothingToDo)

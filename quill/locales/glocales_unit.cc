@@ -1,22 +1,6 @@
-// Start-up and shutdown of the Glocales unit.
+// Start-up and shutdown of the Glocales unit: the locale lists are built on first request, so
+// start-up builds nothing and shutdown has nothing cached to free.
 #include "quill/frame/startcount.h"
 #include "quill/frame/units.h"
 
-namespace quill::Glocales {
-namespace {
-TStartCount g_start_count;
-}  // namespace
-
-// First start: nothing to build.
-void initialization() {
-  if (!g_start_count.Start()) return;
-}
-
-// Last stop: nothing to release.
-void Finalization() {
-  if (!g_start_count.Stop()) return;
-}
-
-int32_t StartCount() { return g_start_count.Value(); }
-
-}  // namespace quill::Glocales
+QUILL_DEFINE_UNIT_LIFECYCLE(Glocales, QuillUnitNothingToDo, QuillUnitNothingToDo)

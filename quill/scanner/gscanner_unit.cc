@@ -1,22 +1,5 @@
-// Start-up and shutdown of the Gscanner unit.
+// Start-up and shutdown of the Gscanner unit: nothing is built or released; only the start count moves.
 #include "quill/frame/startcount.h"
 #include "quill/frame/units.h"
 
-namespace quill::Gscanner {
-namespace {
-TStartCount g_start_count;
-}  // namespace
-
-// First start: nothing to build.
-void initialization() {
-  if (!g_start_count.Start()) return;
-}
-
-// Last stop: nothing to release.
-void Finalization() {
-  if (!g_start_count.Stop()) return;
-}
-
-int32_t StartCount() { return g_start_count.Value(); }
-
-}  // namespace quill::Gscanner
+QUILL_DEFINE_UNIT_LIFECYCLE(Gscanner, QuillUnitNothingToDo, QuillUnitNothingToDo)
