@@ -11,9 +11,6 @@
 namespace quill {
 namespace Gcompress {
 
-// The unit's error class is anchored with the unit that raises it.
-EGCompressError::~EGCompressError() = default;
-
 // ---------------------------------------------------------------- TGCompressor
 
 TGCompressor::~TGCompressor() = default;
