@@ -1,22 +1,6 @@
-// Start-up and shutdown of the Gcompress unit.
+// Start-up and shutdown of the Gcompress unit: nothing is built or released;
+// only the start count moves.
 #include "quill/frame/startcount.h"
 #include "quill/frame/units.h"
 
-namespace quill::Gcompress {
-namespace {
-TStartCount g_start_count;
-}  // namespace
-
-// First start: nothing to build.
-void initialization() {
-  if (!g_start_count.Start()) return;
-}
-
-// Last stop: nothing to release.
-void Finalization() {
-  if (!g_start_count.Stop()) return;
-}
-
-int32_t StartCount() { return g_start_count.Value(); }
-
-}  // namespace quill::Gcompress
+QUILL_DEFINE_UNIT_LIFECYCLE(Gcompress, QuillUnitNothingToDo, QuillUnitNothingToDo)
