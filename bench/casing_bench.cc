@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/ratio_reporter.h"
 #include "quill/rtl/casing.h"
 #include "quill/rtl/compare.h"
 #include "quill/rtl/syslocale.h"
@@ -182,35 +183,13 @@ void BM_AnsiCompareText(benchmark::State& state) {
 }
 BENCHMARK(BM_AnsiCompareText);
 
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (!run.error_occurred && run.iterations > 0) times_[run.benchmark_name()] = run.GetAdjustedCPUTime();
-    }
-    ConsoleReporter::ReportRuns(runs);
-  }
-  double Ratio(const std::string& a, const std::string& b) const {
-    const auto x = times_.find(a);
-    const auto y = times_.find(b);
-    return (x == times_.end() || y == times_.end() || y->second <= 0) ? -1 : x->second / y->second;
-  }
-
- private:
-  std::map<std::string, double> times_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  std::printf("\nCPU time ratios (lower is faster):\n");
-  std::printf("  AnsiUpperCase ASCII / plain ASCII loop        %.2f\n", reporter.Ratio("BM_AnsiUpperCaseAscii", "BM_AsciiLoop"));
-  std::printf("  AnsiUpperCase 8-bit ASCII / plain ASCII loop  %.2f\n", reporter.Ratio("BM_AnsiUpperCaseAscii8", "BM_AsciiLoop"));
-  std::printf("  AnsiUpperCase accented / ICU u_strToUpper     %.2f\n", reporter.Ratio("BM_AnsiUpperCaseAccented", "BM_IcuStrToUpper"));
-  std::printf("  AnsiSameText ASCII / ICU collator             %.2f\n", reporter.Ratio("BM_AnsiSameText", "BM_IcuCollatorSameText"));
-  std::printf("  AnsiCompareText ASCII / ICU collator          %.2f\n", reporter.Ratio("BM_AnsiCompareText", "BM_IcuCollatorSameText"));
-  return 0;
+  return quillbench::RunWithRatios(argc, argv,
+                                   {{"BM_AnsiUpperCaseAscii", "BM_AsciiLoop"},
+                                    {"BM_AnsiUpperCaseAscii8", "BM_AsciiLoop"},
+                                    {"BM_AnsiUpperCaseAccented", "BM_IcuStrToUpper"},
+                                    {"BM_AnsiSameText", "BM_IcuCollatorSameText"},
+                                    {"BM_AnsiCompareText", "BM_IcuCollatorSameText"}});
 }

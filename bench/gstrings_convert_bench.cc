@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/gstrings_ratio.h"
+#include "bench/ratio_reporter.h"
 #include "quill/strings/gstrings.h"
 
 namespace {
@@ -119,7 +119,7 @@ BENCHMARK(BM_HexToInt);
 }  // namespace
 
 int main(int argc, char** argv) {
-  return gstrings_bench::RunWithRatios(argc, argv,
+  return quillbench::RunWithRatios(argc, argv,
                                        {{"BM_ZStrToInt", "BM_from_chars_dec"},
                                         {"BM_XStrToInt", "BM_from_chars_dec"},
                                         {"BM_HexToInt", "BM_from_chars_hex"}});

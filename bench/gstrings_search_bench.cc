@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "bench/gstrings_ratio.h"
+#include "bench/ratio_reporter.h"
 #include "quill/strings/gstrings.h"
 
 namespace {
@@ -226,7 +226,7 @@ BENCHMARK(BM_Ansi_XReplaceStr);
 }  // namespace
 
 int main(int argc, char** argv) {
-  return gstrings_bench::RunWithRatios(argc, argv,
+  return quillbench::RunWithRatios(argc, argv,
                                        {{"BM_Wide_XPos", "BM_Wide_find"},
                                         {"BM_Wide_PosNum", "BM_Wide_find"},
                                         {"BM_Wide_BXPos", "BM_Wide_rfind"},

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/ratio_reporter.h"
 #include "quill/rtl/intconv.h"
 
 namespace {
@@ -114,39 +115,12 @@ void BM_StrToInt(benchmark::State& state) {
 }
 BENCHMARK(BM_StrToInt);
 
-// Console output plus the per-iteration CPU time of each benchmark, kept for the
-// closing ratios.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  RatioReporter() : benchmark::ConsoleReporter(OO_Tabular) {}
-
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.error_occurred || run.iterations <= 0) continue;
-      // With repetitions, the median stands for the benchmark.
-      if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
-      times_[run.run_name.str()] = run.GetAdjustedCPUTime();
-    }
-    ConsoleReporter::ReportRuns(runs);
-  }
-  const std::map<std::string, double>& times() const { return times_; }
-
- private:
-  std::map<std::string, double> times_;
-};
-
 }  // namespace
 
+// Ratio to std::from_chars on the same texts (lower is faster; target <= 2.00).
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  const auto& t = reporter.times();
-  const auto base = t.find("BM_FromChars");
-  if (base == t.end() || base->second <= 0) return 0;
-  std::printf("\nCPU time ratio to std::from_chars (lower is faster; target <= 2.00):\n");
-  for (const auto& [name, time] : t) {
-    if (name != base->first) std::printf("  %-22s %.2f\n", name.c_str(), time / base->second);
-  }
-  return 0;
+  return quillbench::RunWithRatios(argc, argv,
+                                   {{"BM_TryStrToInt", "BM_FromChars"},
+                                    {"BM_TryStrToIntUtf16", "BM_FromChars"},
+                                    {"BM_StrToInt", "BM_FromChars"}});
 }

@@ -1,6 +1,6 @@
-// Ratio reporting shared by the Gstrings benchmark programs: each library
-// benchmark is registered next to its baseline, both run in the same process,
-// and after the run one line per pair prints library time / baseline time.
+// Ratio reporting shared by the benchmark programs: each library benchmark is
+// registered next to its baseline, both run in the same process, and after the
+// run one line per pair prints library time / baseline time.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace gstrings_bench {
+namespace quillbench {
 
 // Records each run's CPU time per iteration (steadier than wall time on a
 // shared machine) while printing as usual.
@@ -19,8 +19,12 @@ class RecordingReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& r : runs) {
-      if (r.run_type == Run::RT_Iteration && r.iterations > 0) {
-        times_[r.benchmark_name()] = r.GetAdjustedCPUTime();
+      if (r.error_occurred || r.iterations <= 0) continue;
+      if (r.run_type == Run::RT_Iteration) {
+        times_.try_emplace(r.run_name.str(), r.GetAdjustedCPUTime());
+      } else if (r.aggregate_name == "median") {
+        // With repetitions, the median stands for the benchmark.
+        times_[r.run_name.str()] = r.GetAdjustedCPUTime();
       }
     }
     ConsoleReporter::ReportRuns(runs);
@@ -49,4 +53,4 @@ inline int RunWithRatios(int argc, char** argv,
   return 0;
 }
 
-}  // namespace gstrings_bench
+}  // namespace quillbench
