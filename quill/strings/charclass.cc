@@ -18,14 +18,16 @@ namespace quill::Gstrings {
 
 namespace internal {
 
+// Never destroyed: the unit's last stop clears them during library unload,
+// which may come after the static destructors of objects created later.
 AnsiString& SeparatorsA() {
-  static AnsiString set;
-  return set;
+  static AnsiString* const set = new AnsiString();
+  return *set;
 }
 
 UnicodeString& SeparatorsW() {
-  static UnicodeString set;
-  return set;
+  static UnicodeString* const set = new UnicodeString();
+  return *set;
 }
 
 }  // namespace internal
