@@ -126,6 +126,12 @@ function(quill_link_library)
   target_link_options(quill23 PRIVATE -Wl,--no-undefined)
   quill_sanitize(quill23)
   add_library(Quill::quill ALIAS quill23)
+  if(QUILL_BUILD_FUZZERS)
+    # Fuzz builds instrument every object for libFuzzer, whose runtime only the
+    # fuzz programs link; they use the static library, so the shared one is
+    # left out of the build.
+    set_target_properties(quill23 PROPERTIES EXCLUDE_FROM_ALL ON)
+  endif()
 
   add_library(quill23_static STATIC ${objs})
   set_target_properties(quill23_static PROPERTIES OUTPUT_NAME quill23 EXPORT_NAME quill_static)
