@@ -16,6 +16,7 @@
 #include <initializer_list>
 
 #include "quill/rtl/export.h"
+#include "quill/rtl/smallset.h"
 #include "quill/rtl/types.h"
 
 namespace quill::Gscanner {
@@ -40,49 +41,7 @@ enum TGTokenType : uint8_t {
 //
 //   TGTokenTypes words{ttIdent, ttReservedWord};
 //   if (words.Contains(t.TokType)) ...
-class TGTokenTypes {
- public:
-  constexpr TGTokenTypes() = default;
-  constexpr TGTokenTypes(std::initializer_list<TGTokenType> types) {
-    for (TGTokenType t : types) Include(t);
-  }
-
-  [[nodiscard]] constexpr bool Contains(TGTokenType t) const {
-    return t <= ttStrTemplate && (bits_ >> t) & 1u;
-  }
-  // Adds / removes one member; members beyond ttStrTemplate are ignored.
-  constexpr TGTokenTypes& Include(TGTokenType t) {
-    if (t <= ttStrTemplate) bits_ = static_cast<uint16_t>(bits_ | (1u << t));
-    return *this;
-  }
-  constexpr TGTokenTypes& Exclude(TGTokenType t) {
-    if (t <= ttStrTemplate) bits_ = static_cast<uint16_t>(bits_ & ~(1u << t));
-    return *this;
-  }
-  [[nodiscard]] constexpr bool Empty() const { return bits_ == 0; }
-  // Bit n stands for the member of ordinal n.
-  [[nodiscard]] constexpr uint16_t Bits() const { return bits_; }
-
-  // Union, difference and intersection.
-  friend constexpr TGTokenTypes operator+(TGTokenTypes a, TGTokenTypes b) {
-    return FromBits(static_cast<uint16_t>(a.bits_ | b.bits_));
-  }
-  friend constexpr TGTokenTypes operator-(TGTokenTypes a, TGTokenTypes b) {
-    return FromBits(static_cast<uint16_t>(a.bits_ & ~b.bits_));
-  }
-  friend constexpr TGTokenTypes operator*(TGTokenTypes a, TGTokenTypes b) {
-    return FromBits(static_cast<uint16_t>(a.bits_ & b.bits_));
-  }
-  friend constexpr bool operator==(TGTokenTypes a, TGTokenTypes b) = default;
-
- private:
-  static constexpr TGTokenTypes FromBits(uint16_t bits) {
-    TGTokenTypes s;
-    s.bits_ = bits;
-    return s;
-  }
-  uint16_t bits_ = 0;
-};
+using TGTokenTypes = TSmallSet<TGTokenType, ttStrTemplate, uint16_t>;
 
 // One token. A token always lies within one line.
 struct TGToken {
