@@ -11,16 +11,8 @@
 #include "quill/rtl/exception.h"
 
 // Counts global allocations so tests can check that readers do not allocate.
-namespace {
-std::atomic<long> g_allocations{0};
-}  // namespace
-void* operator new(std::size_t n) {
-  g_allocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(n == 0 ? 1 : n)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#include "quill/rtl/internal/alloc_counter_for_test.h"
+using quill::testing_support::g_allocations;
 
 namespace quill {
 namespace {
