@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@
 #include "quill/rtl/types.h"
 
 namespace quill {
+
+namespace internal {
+class MemoryStreamAccess;  // in-place access for library code (rtl/internal)
+}  // namespace internal
 
 enum TSeekOrigin : uint8_t { soBeginning, soCurrent, soEnd };
 
@@ -49,18 +54,23 @@ class QUILL_API TStream : public TObject {
 };
 
 // A stream over a growable byte buffer. The position may be set anywhere,
-// even before the start: reads and writes there move nothing.
+// even before the start: reads and writes there move nothing. The buffer's
+// capacity grows geometrically and is kept when the size shrinks (Clear
+// frees it). Copies hold their own bytes.
 class QUILL_API TMemoryStream : public TStream {
  public:
   TMemoryStream() = default;
+  TMemoryStream(const TMemoryStream& other);
+  TMemoryStream& operator=(const TMemoryStream& other);
   ~TMemoryStream() override;
 
   int64_t Read(void* buffer, int64_t count) override;
   int64_t Write(const void* buffer, int64_t count) override;
   int64_t Seek(int64_t offset, TSeekOrigin origin) override;
-  [[nodiscard]] int64_t Size() override { return static_cast<int64_t>(data_.size()); }
+  [[nodiscard]] int64_t Size() override { return size_; }
   // Truncates or zero-extends; a position beyond the new end moves to the
-  // end; a negative size empties the stream.
+  // end; a negative size empties the stream. Raises std::bad_alloc when the
+  // memory cannot be had (the stream is then unchanged).
   void SetSize(int64_t new_size) override;
 
   // Replaces the contents by the file's bytes, position 0. Raises EFOpenError
@@ -72,11 +82,25 @@ class QUILL_API TMemoryStream : public TStream {
   void SaveToStream(TStream& dest) const;
   void Clear();
 
-  [[nodiscard]] uint8_t* Memory() { return data_.data(); }
-  [[nodiscard]] const uint8_t* Memory() const { return data_.data(); }
+  // The first byte of the contents (null while nothing was ever allocated).
+  // Valid until the next call that grows the stream.
+  [[nodiscard]] uint8_t* Memory() { return data_.get(); }
+  [[nodiscard]] const uint8_t* Memory() const { return data_.get(); }
 
  private:
-  std::vector<uint8_t> data_;
+  friend class internal::MemoryStreamAccess;
+
+  struct FreeBytes {
+    void operator()(uint8_t* p) const noexcept;
+  };
+
+  // Makes room for `needed` bytes without touching the size or the bytes
+  // beyond it; new room is left uninitialised.
+  void Reserve(int64_t needed);
+
+  std::unique_ptr<uint8_t, FreeBytes> data_;
+  int64_t size_ = 0;
+  int64_t capacity_ = 0;
   int64_t position_ = 0;
 };
 

@@ -143,6 +143,87 @@ TEST(TMemoryStream, ClearEmptiesAndRewinds) {
   EXPECT_EQ(ms.Position(), 0);
 }
 
+// The buffer keeps its capacity when the size shrinks, so the bytes written
+// before still sit in memory past the end. Growth by a write after a seek
+// beyond the end must clear that gap, not uncover the old bytes.
+TEST(TMemoryStream, GapAfterShrinkReadsAsZeros) {
+  TMemoryStream ms;
+  const std::string old(4096, 'x');
+  ms.WriteBuffer(old.data(), static_cast<int64_t>(old.size()));
+  ms.SetSize(0);
+  ms.Seek(3000, soBeginning);
+  ms.WriteBuffer("z", 1);
+  ASSERT_EQ(ms.Size(), 3001);
+  EXPECT_EQ(Contents(ms), std::string(3000, '\0') + "z");
+}
+
+// Same for SetSize: growing again after a shrink zero-extends.
+TEST(TMemoryStream, SetSizeGrowthAfterShrinkReadsAsZeros) {
+  TMemoryStream ms;
+  const std::string old(4096, 'x');
+  ms.WriteBuffer(old.data(), static_cast<int64_t>(old.size()));
+  ms.SetSize(10);
+  ms.SetSize(4000);
+  EXPECT_EQ(Contents(ms), std::string(10, 'x') + std::string(3990, '\0'));
+}
+
+// Plain appends fill what they add: no zero bytes appear between writes, and
+// many small writes through several reallocations keep every byte.
+TEST(TMemoryStream, ManySmallAppendsKeepEveryByte) {
+  TMemoryStream ms;
+  std::string expected;
+  for (int i = 0; i < 100000; ++i) {
+    const char c = static_cast<char>('a' + i % 26);
+    ms.WriteBuffer(&c, 1);
+    expected += c;
+  }
+  EXPECT_EQ(ms.Size(), 100000);
+  EXPECT_EQ(ms.Position(), 100000);
+  EXPECT_EQ(Contents(ms), expected);
+}
+
+// Writing inside the contents after a shrink-and-grow leaves the rest intact.
+TEST(TMemoryStream, OverwriteAfterRegrowKeepsZeros) {
+  TMemoryStream ms;
+  ms.WriteBuffer("abcdefgh", 8);
+  ms.SetSize(2);
+  ms.SetSize(8);
+  ms.SetPosition(4);
+  ms.WriteBuffer("Q", 1);
+  EXPECT_EQ(Contents(ms), std::string("ab\0\0Q\0\0\0", 8));
+}
+
+// A copy holds its own bytes and position.
+TEST(TMemoryStream, CopiesAreIndependent) {
+  TMemoryStream a;
+  a.WriteBuffer("hello", 5);
+  a.SetPosition(2);
+  TMemoryStream b(a);
+  EXPECT_EQ(Contents(b), "hello");
+  EXPECT_EQ(b.Position(), 2);
+  b.WriteBuffer("LLO!", 4);
+  EXPECT_EQ(Contents(a), "hello");
+  EXPECT_EQ(Contents(b), "heLLO!");
+  TMemoryStream c;
+  c.WriteBuffer("something longer", 16);
+  c = a;
+  EXPECT_EQ(Contents(c), "hello");
+  EXPECT_EQ(c.Position(), 2);
+  TMemoryStream empty;
+  c = empty;
+  EXPECT_EQ(c.Size(), 0);
+  EXPECT_EQ(c.Position(), 0);
+}
+
+// Clear frees the buffer; the stream is usable again afterwards.
+TEST(TMemoryStream, WriteAfterClear) {
+  TMemoryStream ms;
+  ms.WriteBuffer("abc", 3);
+  ms.Clear();
+  ms.WriteBuffer("xy", 2);
+  EXPECT_EQ(Contents(ms), "xy");
+}
+
 TEST(TStreamReadBuffer, ShortReadRaises) {
   TMemoryStream ms;
   ms.WriteBuffer("abc", 3);
