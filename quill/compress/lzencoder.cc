@@ -7,6 +7,12 @@
 // least three bytes can be chosen, and such a candidate is reached in the same
 // newest-first order; the per-byte "last 40 codings" limit is kept with a
 // running count of each byte value's codings.
+//
+// The coding steps run in `CodeSteps`, whose state lives in registers: a
+// stretch of steps far from the end of the input (the steady case, where the
+// lookahead is full and the window is the last 1,921 coded bytes) runs with
+// those bounds as constants; near the end, and when a progress hook wants a
+// call after every step, a general version takes one bounded stretch at a time.
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -24,8 +30,11 @@ namespace {
 constexpr int64_t kHistory = 4096;      // input kept before the coding position
 constexpr int64_t kSlack = 128;         // readable bytes past the data (word loads, run copies)
 constexpr int64_t kOutBlock = 1 << 16;  // output gathered per write
+constexpr int64_t kOutRoom = 512;       // room past kOutBlock: one step's tokens and a run's wide copy
 constexpr int kHashBits = 15;
 constexpr uint32_t kRingMask = 4095;    // chain entries kept: > the window
+// With a full lookahead the window reaches this far behind the coding position.
+constexpr int32_t kSteadyReach = kWindowSize - kLookahead;
 
 // The first three bytes at p as a number. Reads four bytes: callers keep one
 // readable byte beyond the three.
@@ -62,27 +71,149 @@ inline int32_t MatchLength(const uint8_t* a, const uint8_t* b, int32_t limit) {
   return limit;
 }
 
-// Output tokens gathered in a fixed block. A batch leaves the block before it
-// is written, so a failed write is never repeated.
-class TokenSink {
- public:
-  explicit TokenSink(TStream& dst) : dst_(dst), buf_(new uint8_t[kOutBlock + kTokenRoom]) {}
-  uint8_t* Reserve() { return buf_.get() + len_; }
-  void Commit(int64_t n) {
-    len_ += n;
-    if (len_ >= kOutBlock) Flush();
-  }
-  void Flush() {
-    const int64_t n = len_;
-    len_ = 0;
-    if (n > 0) dst_.WriteBuffer(buf_.get(), n);
-  }
-
- private:
-  TStream& dst_;
-  std::unique_ptr<uint8_t[]> buf_;
-  int64_t len_ = 0;
+// Per ring slot of a coded position, kept together since the search reads
+// both for a candidate.
+struct Link {
+  int32_t prev;    // previous position in the same chain
+  uint32_t order;  // which coding of its byte value the position was
 };
+
+// The match index. Positions are 32-bit, counted from the run's epoch.
+struct MatchIndex {
+  int32_t* head;      // newest position per hash of three bytes, or below any window
+  Link* link;         // kRingMask + 1 slots, plus kMaxMatch spill slots past the end
+  uint32_t* codings;  // codings of each byte value so far
+};
+
+// Where the coding steps stand: the first uncoded byte, the first byte of the
+// pending literal run (== p when there is none), and the output end.
+struct Cursor {
+  const uint8_t* p;
+  const uint8_t* lit;
+  uint8_t* o;
+};
+
+// The bounds of one stretch of steps. `origin` is where position 0 of the
+// epoch would lie in the buffer.
+struct Stretch {
+  const uint8_t* origin;
+  const uint8_t* stop;   // no step starts at or after this byte
+  const uint8_t* end;    // end of the input
+  uint8_t* out_stop;     // no step starts once the output reaches this
+  int64_t max_steps;     // general stretches only
+};
+
+// Writes a literal run of n (1..127) bytes from `from`. Moves a fixed 128
+// bytes instead of calling memcpy: the output has room past its block and
+// the input has slack past its data.
+inline uint8_t* EmitLiterals(uint8_t* o, const uint8_t* from, int64_t n) {
+  o[0] = static_cast<uint8_t>(n * 2);
+  std::memcpy(o + 1, from, kMaxLiteralRun + 1);
+  return o + 1 + n;
+}
+
+// Enters the coded position q (epoch-relative `rel`) in the index. Positions
+// within two bytes of the end enter a chain too: no later search reaches
+// them, since a search needs three bytes of lookahead.
+inline void Enter(const MatchIndex& ix, const uint8_t* q, int32_t rel) {
+  Link& l = ix.link[rel & kRingMask];
+  l.order = ++ix.codings[q[0]];
+  const uint32_t h = Hash3(Load3(q));
+  l.prev = ix.head[h];
+  ix.head[h] = rel;
+}
+
+// Runs coding steps from `c` while the stretch allows. kSteady: the stretch
+// ends at least 127 bytes before the end of the input, so every step has a
+// full lookahead; otherwise the lookahead and window are cut at the end and
+// at most `max_steps` steps run.
+template <bool kSteady>
+Cursor CodeSteps(Cursor c, const Stretch& s, const MatchIndex& ix) {
+  const uint8_t* p = c.p;
+  const uint8_t* lit = c.lit;
+  uint8_t* o = c.o;
+  const uint8_t* const origin = s.origin;
+  int64_t steps = kSteady ? 0 : s.max_steps;
+  // Near the end the window's front stops moving with the coding position.
+  const int32_t tail_from = static_cast<int32_t>((s.end - origin) - kWindowSize);
+  const uint64_t key_mask = LeadingBytesMask(kMinMatch);
+
+  while (p < s.stop && o < s.out_stop) {
+    if constexpr (!kSteady) {
+      if (steps-- == 0) break;
+    }
+    const int32_t rel = static_cast<int32_t>(p - origin);
+    int32_t window_from = rel - kSteadyReach;
+    int32_t limit = kMaxMatch;
+    if constexpr (!kSteady) {
+      window_from = std::min(window_from, tail_from);
+      limit = static_cast<int32_t>(std::min<int64_t>(kMaxMatch, s.end - p));
+    }
+    // Position 0 is the first byte: "no position" entries lie below it.
+    window_from = std::max(window_from, 0);
+
+    int32_t best = 0;
+    const uint8_t* best_q = p;
+    if (kSteady || limit >= kMinMatch) {
+      const uint64_t head_word = Load64(p);  // p has slack: 8 bytes are readable
+      // A candidate must be strictly longer than `best` to win, so it must
+      // agree in the first best + 1 bytes (all 8 at most; the length check
+      // below covers the rest).
+      uint64_t reject_mask = 0;
+      const uint32_t codings_of_first = ix.codings[p[0]];
+      for (int32_t cand = ix.head[Hash3(Load3(p))]; cand >= window_from;) {
+        const Link& l = ix.link[cand & kRingMask];
+        const uint8_t* q = origin + cand;
+        cand = l.prev;
+        const uint64_t diff = Load64(q) ^ head_word;
+        if ((diff & key_mask) != 0) continue;  // another key in the same hash slot
+        // Only the last 40 codings of a byte value are remembered; older
+        // candidates in this chain are older still.
+        if (codings_of_first - l.order >= static_cast<uint32_t>(kPositionsPerByte)) break;
+        if ((diff & reject_mask) != 0) continue;
+        const int32_t len = diff != 0 ? std::min(FirstNonzeroByte(diff), limit)
+                                      : 8 + MatchLength(q + 8, p + 8, limit - 8);
+        if (len > best) {
+          best = len;
+          best_q = q;
+          if (best >= kGoodEnough || best == limit) break;
+          reject_mask = LeadingBytesMask(best + 1);
+        }
+      }
+    }
+
+    if (best >= kMinMatch) {
+      if (p > lit) o = EmitLiterals(o, lit, p - lit);
+      EncodeCopy(o, static_cast<uint32_t>(p - best_q), static_cast<uint32_t>(best));
+      o += 2;
+      // Every position of the copy joins the index.
+      Link* lk = ix.link + (rel & kRingMask);
+      const uint8_t* q = p;
+      p += best;
+      int32_t r = rel;
+      do {
+        lk->order = ++ix.codings[q[0]];
+        const uint32_t h = Hash3(Load3(q));
+        lk->prev = ix.head[h];
+        ix.head[h] = r;
+        ++r;
+        ++lk;
+        ++q;
+      } while (q != p);
+      // Slots past the ring's end belong at its start.
+      if (lk > ix.link + kRingMask + 1) std::copy(ix.link + kRingMask + 1, lk, ix.link);
+      lit = p;
+    } else {
+      if (p - lit == kMaxLiteralRun) {
+        o = EmitLiterals(o, lit, kMaxLiteralRun);
+        lit = p;
+      }
+      Enter(ix, p, rel);
+      ++p;
+    }
+  }
+  return Cursor{p, lit, o};
+}
 
 }  // namespace
 
@@ -95,50 +226,29 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress, int64_t re
   int64_t base = 0;    // input index of in[0]
   int64_t loaded = 0;  // input index of the first byte not read yet
 
-  // Chain positions are 32-bit, counted from `epoch` (a multiple of the ring
-  // size, so a position's ring slot is the same either way); `epoch` moves
-  // up every `rebase_every` bytes of input (1 GiB by default), and entries that fall below it become "none".
+  // Positions are counted from `epoch` (a multiple of the ring size, so a
+  // position's ring slot is the same either way); `epoch` moves up every
+  // `rebase_every` bytes of input (1 GiB by default), and entries that fall
+  // below it become "none".
   int64_t epoch = 0;
   std::vector<int32_t> head_store(size_t{1} << kHashBits, -1);
-  int32_t* const head = head_store.data();
-  // Per ring slot, kept together since the search reads both for a candidate.
-  struct Link {
-    int32_t prev;    // previous position in the same chain
-    uint32_t order;  // which coding of its byte value the position was
-  };
-  std::vector<Link> link_store(kRingMask + 1);
-  Link* const link = link_store.data();
-  std::array<uint32_t, 256> codings{};  // codings of each byte value so far
+  std::vector<Link> link_store(kRingMask + 1 + kMaxMatch);
+  std::array<uint32_t, 256> codings{};
+  const MatchIndex index{head_store.data(), link_store.data(), codings.data()};
 
-  const auto report = progress.report;
-  TokenSink out(dst);
-  int32_t literal_count = 0;
-  int64_t literal_start = 0;
-
-  // Enters coded position `pos` in the match index. Positions within two bytes
-  // of the end can never start a 3-byte match and stay out of the chains.
-  auto enter = [&](int64_t pos) {
-    const uint8_t* q = in.data() + (pos - base);
-    Link& l = link[pos & kRingMask];
-    l.order = ++codings[q[0]];
-    if (pos + 2 < total) {
-      const uint32_t h = Hash3(Load3(q));
-      l.prev = head[h];
-      head[h] = static_cast<int32_t>(pos - epoch);
-    }
-  };
-  auto emit_literals = [&] {
-    uint8_t* o = out.Reserve();
-    o[0] = static_cast<uint8_t>(literal_count * 2);
-    // A fixed-size move (128 bytes) instead of a call: the output block has
-    // room for a whole token past its end, the input its slack.
-    std::memcpy(o + 1, in.data() + (literal_start - base), kMaxLiteralRun + 1);
-    out.Commit(1 + literal_count);
-    literal_count = 0;
+  // Tokens gather in `block`; a batch leaves the block before it is written,
+  // so a failed write is never repeated.
+  std::unique_ptr<uint8_t[]> block(new uint8_t[kOutBlock + kOutRoom]);
+  uint8_t* o = block.get();
+  auto flush = [&] {
+    const int64_t n = o - block.get();
+    o = block.get();
+    if (n > 0) dst.WriteBuffer(block.get(), n);
   };
 
+  int64_t cur = 0;  // input index of the first uncoded byte
+  int64_t lit = 0;  // input index of the first byte of the pending literal run
   try {
-    int64_t cur = 0;  // input index of the first uncoded byte
     // The first position at which the buffer needs a refill or the index a
     // rebase; below it a coding step skips both checks.
     int64_t next_check = 0;
@@ -166,85 +276,44 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress, int64_t re
           epoch += shift;
         }
         const int64_t refill_at = loaded < total ? loaded - kLookahead + 1 : std::numeric_limits<int64_t>::max();
-        next_check = std::min(refill_at, epoch + rebase_every);
-      }
-      // Where the 127-byte lookahead reader would stand, and the oldest
-      // position still inside its 2,048-byte window.
-      const int64_t reader = std::min(cur + kLookahead, total);
-      const int64_t window_start = std::max<int64_t>(0, reader - kWindowSize);
-      const int32_t avail = static_cast<int32_t>(std::min<int64_t>(kLookahead, total - cur));
-      const uint8_t* p = in.data() + (cur - base);
-      const int32_t window_from = static_cast<int32_t>(window_start - epoch);
-      const int64_t epoch_in_buffer = epoch - base;
-
-      int32_t best = 0;
-      int64_t best_distance = 0;
-      if (avail >= kMinMatch) {
-        const int32_t limit = std::min(avail, kMaxMatch);
-        const uint32_t key = Load3(p);
-        const uint64_t head_word = Load64(p);  // p has slack: 8 bytes are readable
-        const uint64_t key_mask = LeadingBytesMask(kMinMatch);
-        // A candidate must be strictly longer than `best` to win, so it must
-        // agree in the first best + 1 bytes (all 8 at most; the length check
-        // below covers the rest).
-        uint64_t reject_mask = 0;
-        const uint32_t codings_of_first = codings[p[0]];
-        const uint8_t* const in_epoch = in.data() + epoch_in_buffer;
-        for (int32_t cand = head[Hash3(key)]; cand >= window_from;) {
-          const Link& l = link[cand & kRingMask];
-          const uint8_t* q = in_epoch + cand;
-          cand = l.prev;
-          const uint64_t diff = Load64(q) ^ head_word;
-          if ((diff & key_mask) != 0) continue;  // another key in the same hash slot
-          // Only the last 40 codings of a byte value are remembered; older
-          // candidates in this chain are older still.
-          if (codings_of_first - l.order >= static_cast<uint32_t>(kPositionsPerByte)) break;
-          if ((diff & reject_mask) != 0) continue;
-          const int32_t len = diff != 0 ? std::min(FirstNonzeroByte(diff), limit)
-                                        : 8 + MatchLength(q + 8, p + 8, limit - 8);
-          if (len > best) {
-            best = len;
-            best_distance = p - q;
-            if (best >= kGoodEnough || best == limit) break;
-            reject_mask = LeadingBytesMask(best + 1);
-          }
-        }
+        // A rebase that could not move the epoch yet (a short `rebase_every`)
+        // is tried again after the next step.
+        next_check = std::max(std::min(refill_at, epoch + rebase_every), cur + 1);
       }
 
-      if (best >= kMinMatch) {
-        if (literal_count > 0) emit_literals();
-        EncodeCopy(out.Reserve(), static_cast<uint32_t>(best_distance), static_cast<uint32_t>(best));
-        out.Commit(2);
-        // Every position of the copy joins the index; only those at least
-        // three bytes before the end join a chain.
-        const int64_t copy_end = cur + best;
-        const int64_t chained_end = std::min(copy_end, total - 2);
-        const uint8_t* q = in.data() + (cur - base);
-        int64_t pos = cur;
-        for (; pos < chained_end; ++pos, ++q) {
-          Link& l = link[pos & kRingMask];
-          l.order = ++codings[q[0]];
-          const uint32_t h = Hash3(Load3(q));
-          l.prev = head[h];
-          head[h] = static_cast<int32_t>(pos - epoch);
+      auto at = [&](int64_t i) { return in.data() + (i - base); };  // input index i in the buffer
+      Stretch s{at(epoch), at(std::min(next_check, total)), at(total), block.get() + kOutBlock, 1};
+      Cursor c{at(cur), at(lit), o};
+      if (progress.report == nullptr) {
+        const int64_t steady_stop = std::min(next_check, total - kLookahead);
+        if (cur < steady_stop) {
+          s.stop = at(steady_stop);
+          c = CodeSteps<true>(c, s, index);
+        } else {
+          s.max_steps = std::numeric_limits<int64_t>::max();
+          c = CodeSteps<false>(c, s, index);
         }
-        for (; pos < copy_end; ++pos, ++q) link[pos & kRingMask].order = ++codings[q[0]];
-        cur += best;
+        cur = base + (c.p - in.data());
+        lit = base + (c.lit - in.data());
+        o = c.o;
       } else {
-        if (literal_count == kMaxLiteralRun) emit_literals();
-        if (literal_count == 0) literal_start = cur;
-        ++literal_count;
-        enter(cur);
-        ++cur;
+        // One step, then its report: the position the 127-byte lookahead
+        // reader would have reached before the step.
+        const int64_t reader = std::min(cur + kLookahead, total);
+        c = CodeSteps<false>(c, s, index);
+        cur = base + (c.p - in.data());
+        lit = base + (c.lit - in.data());
+        o = c.o;
+        progress(start + reader, size);
       }
-      if (report != nullptr) progress(start + reader, size);
+      if (o >= block.get() + kOutBlock) flush();
     }
-    if (literal_count > 0) emit_literals();
-    out.Flush();
+    if (cur > lit) o = EmitLiterals(o, in.data() + (lit - base), cur - lit);
+    flush();
   } catch (...) {
     // Tokens completed so far reach the destination; the pending literal run
     // does not, as with the window classes.
-    out.Flush();
+    flush();
     throw;
   }
 }
