@@ -57,17 +57,32 @@ class StdoutStream : public TStream {
   int64_t written_ = 0;
 };
 
-// The input: a file stream, or standard input read into memory (a pipe
-// cannot tell its size in advance).
+// Reads everything `f` delivers into a memory stream, position 0.
+std::unique_ptr<TStream> ReadAll(std::FILE* f) {
+  auto m = std::make_unique<quill::TMemoryStream>();
+  char buf[1 << 16];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) m->WriteBuffer(buf, static_cast<int64_t>(n));
+  m->SetPosition(0);
+  return m;
+}
+
+// The input: a file stream for a regular file; standard input, pipes and
+// other special files are read into memory first (they cannot tell their
+// size in advance, nor seek).
 std::unique_ptr<TStream> OpenInput(const std::string& name) {
-  if (name == "-") {
-    auto m = std::make_unique<quill::TMemoryStream>();
-    char buf[1 << 16];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, stdin)) > 0) m->WriteBuffer(buf, static_cast<int64_t>(n));
-    m->SetPosition(0);
-    return m;
+  if (name == "-") return ReadAll(stdin);
+  std::error_code ec;
+  const auto type = std::filesystem::status(name, ec).type();
+  if (!ec && type != std::filesystem::file_type::regular && type != std::filesystem::file_type::directory) {
+    if (std::FILE* f = std::fopen(name.c_str(), "rb")) {
+      auto m = ReadAll(f);
+      std::fclose(f);
+      return m;
+    }
   }
+  // Regular files, and anything that cannot be opened: the file stream
+  // raises the error message.
   return std::make_unique<quill::TFileStream>(name, quill::fmOpenRead | quill::fmShareDenyWrite);
 }
 
