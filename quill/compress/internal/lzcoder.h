@@ -27,7 +27,22 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress,
               int64_t rebase_every = int64_t{1} << 30);
 
 // Decodes tokens from `src` until its position reaches its size, writing to
-// `dst`. Never reads or writes outside its own buffers.
+// `dst`. Never reads or writes outside its own buffers and the streams.
+//
+// Memory streams (exactly TMemoryStream, not subclasses) are worked on in
+// place when source and destination are different objects:
+//  - a memory source is decoded straight from its bytes; afterwards, also
+//    when an error passes, its position is just after the last token decoded
+//    (its size at the end of a normal run). Other sources are read in 64 KB
+//    blocks and may be left up to a block further on when an error passes.
+//  - a memory destination whose position equals its size is appended to in
+//    place once this run has produced 2,048 bytes; it is grown ahead of the
+//    decoder and cut back to the real end (position there too) when decoding
+//    stops, normally or by an error. Any other destination receives the
+//    output through Write in large blocks.
+// In both cases every token completed before an error is in the destination.
+// REQUIRES: the progress hook does not read, write or resize either stream
+// while the run lasts (their memory may be in use and not yet trimmed).
 void LZDecode(TStream& src, TStream& dst, const LZProgress& progress);
 
 }  // namespace quill::Gcompress::internal
