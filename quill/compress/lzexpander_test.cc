@@ -2,6 +2,9 @@
 // write-back when a copy runs over its own source, and damaged data.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <string>
+
 #include "quill/compress/internal/lztestutil.h"
 
 namespace quill::Gcompress::testing {
@@ -156,6 +159,259 @@ TEST(DecompressSource, LongStreamsOfMaximalCopies) {
   for (int i = 0; i < 200000; ++i) AddCopy(tokens, static_cast<uint32_t>(1 + i % 2047), 18);
   const Bytes out = Expand(tokens);
   EXPECT_EQ(out.size(), 300u + 200000u * 18u);
+}
+
+
+// --- Streams of every kind --------------------------------------------------
+//
+// The decoder reads a memory-stream source and appends to a memory-stream
+// destination in place, and goes through Read/Write for anything else. The
+// tests below run every pairing on the same tokens and hold the result
+// against the reference classes run on plain memory streams.
+
+// Forwards to a TMemoryStream without being one, so the decoder sees an
+// ordinary stream and takes its buffered path.
+class ForwardingStream : public TStream {
+ public:
+  explicit ForwardingStream(TMemoryStream& target) : target_(target) {}
+  int64_t Read(void* buffer, int64_t count) override { return target_.Read(buffer, count); }
+  int64_t Write(const void* buffer, int64_t count) override { return target_.Write(buffer, count); }
+  int64_t Seek(int64_t offset, TSeekOrigin origin) override { return target_.Seek(offset, origin); }
+  int64_t Size() override { return target_.Size(); }
+  void SetSize(int64_t new_size) override { target_.SetSize(new_size); }
+
+ private:
+  TMemoryStream& target_;
+};
+
+enum class Kind { kMemory, kForwarding };
+
+struct RunSetup {
+  Bytes prefix;              // destination contents before the run
+  int64_t dst_position = 0;  // where the destination stands (prefix size: appending)
+  bool with_progress = true;
+  int throw_on_call = 0;     // the progress call that throws (1-based; 0: none)
+};
+
+struct Outcome {
+  Bytes dst;
+  int64_t dst_position = 0;
+  int64_t src_position = 0;
+  bool threw = false;
+  int calls = 0;
+};
+
+struct CallCounter {
+  int calls = 0;
+  int throw_on_call = 0;
+};
+
+void CountCall(void* context, int32_t /*position*/, int32_t /*max_value*/) {
+  auto* counter = static_cast<CallCounter*>(context);
+  if (++counter->calls == counter->throw_on_call) throw std::runtime_error("stop here");
+}
+
+Outcome Run(const Bytes& tokens, Kind src_kind, Kind dst_kind, const RunSetup& setup, Coder coder) {
+  TMemoryStream src_memory, dst_memory;
+  Fill(src_memory, tokens);
+  Fill(dst_memory, setup.prefix);
+  dst_memory.SetPosition(setup.dst_position);
+  ForwardingStream src_forward(src_memory), dst_forward(dst_memory);
+  TStream& src = src_kind == Kind::kMemory ? static_cast<TStream&>(src_memory) : src_forward;
+  TStream& dst = dst_kind == Kind::kMemory ? static_cast<TStream&>(dst_memory) : dst_forward;
+  CallCounter counter{0, setup.throw_on_call};
+  internal::LZProgress progress;
+  if (setup.with_progress) progress = internal::LZProgress{&counter, &CountCall};
+  Outcome o;
+  try {
+    if (coder == Coder::kFast)
+      internal::LZDecode(src, dst, progress);
+    else
+      internal::ReferenceDecompress(src, dst, progress);
+  } catch (const std::runtime_error&) {
+    o.threw = true;
+  }
+  o.dst = Contents(dst_memory);
+  o.dst_position = dst_memory.Position();
+  o.src_position = src_memory.Position();
+  o.calls = counter.calls;
+  return o;
+}
+
+// "" when equal, else where the two first differ (large outputs stay readable).
+std::string FirstDifference(const Bytes& got, const Bytes& want) {
+  if (got == want) return "";
+  size_t i = 0;
+  while (i < got.size() && i < want.size() && got[i] == want[i]) ++i;
+  return "sizes " + std::to_string(got.size()) + " / " + std::to_string(want.size()) +
+         ", first difference at " + std::to_string(i);
+}
+
+// Every source/destination pairing against the reference on memory streams.
+void ExpectAllPairingsMatch(const Bytes& tokens, const RunSetup& setup, const std::string& what) {
+  const Outcome want = Run(tokens, Kind::kMemory, Kind::kMemory, setup, Coder::kReference);
+  for (Kind src_kind : {Kind::kMemory, Kind::kForwarding}) {
+    for (Kind dst_kind : {Kind::kMemory, Kind::kForwarding}) {
+      SCOPED_TRACE(what + (src_kind == Kind::kMemory ? ", memory source" : ", other source") +
+                   (dst_kind == Kind::kMemory ? ", memory destination" : ", other destination"));
+      const Outcome got = Run(tokens, src_kind, dst_kind, setup, Coder::kFast);
+      EXPECT_EQ(got.threw, want.threw);
+      EXPECT_EQ(got.calls, want.calls);
+      EXPECT_EQ(FirstDifference(got.dst, want.dst), "");
+      EXPECT_EQ(got.dst_position, want.dst_position);
+      // A memory source stops right after the last token decoded; another
+      // source may have been read ahead when the callback threw.
+      if (src_kind == Kind::kMemory || !want.threw) {
+        EXPECT_EQ(got.src_position, want.src_position);
+      }
+    }
+  }
+}
+
+// The destination setups each token stream is tried with.
+std::vector<std::pair<std::string, RunSetup>> Setups() {
+  std::vector<std::pair<std::string, RunSetup>> all;
+  all.push_back({"empty destination", RunSetup{}});
+  all.push_back({"no progress hook", RunSetup{{}, 0, false, 0}});
+  const Bytes old = RandomBytes(300, 77);
+  // Appending after existing contents: those bytes are not history.
+  all.push_back({"appended", RunSetup{old, 300, true, 0}});
+  // Position inside the contents: the output overwrites and may extend them.
+  const Bytes long_old = RandomBytes(5000, 78);
+  all.push_back({"position inside", RunSetup{long_old, 10, true, 0}});
+  // Position beyond the end: the gap reads as zeros.
+  all.push_back({"position beyond the end", RunSetup{old, 350, true, 0}});
+  return all;
+}
+
+void ExpectAllSetupsMatch(const Bytes& tokens, const std::string& what) {
+  for (const auto& [name, setup] : Setups()) ExpectAllPairingsMatch(tokens, setup, what + ", " + name);
+}
+
+// Compressed bodies of assorted data, from a few bytes to past the decoder's
+// growth steps, and around 2,048 bytes of output (where appending to a memory
+// stream moves into the stream's memory).
+std::vector<std::pair<std::string, Bytes>> ValidBodies() {
+  std::vector<std::pair<std::string, Bytes>> all;
+  for (size_t n : {size_t{0}, size_t{1}, size_t{100}, size_t{2000}, size_t{2047}, size_t{2048},
+                   size_t{2049}, size_t{2100}, size_t{4100}, size_t{70000}})
+    all.push_back({"text-like " + std::to_string(n), EncodeBody(RandomBytes(n, 5, 6), Coder::kFast)});
+  for (size_t n : {size_t{2040}, size_t{2048}, size_t{2060}, size_t{3000}})
+    all.push_back({"no repeats " + std::to_string(n), EncodeBody(NoRepeats(n, 11), Coder::kFast)});
+  Bytes runs;
+  for (int i = 0; i < 400; ++i) runs.insert(runs.end(), 1 + i % 37, static_cast<uint8_t>(i % 5));
+  all.push_back({"runs", EncodeBody(runs, Coder::kFast)});
+  all.push_back({"long", EncodeBody(RandomBytes(600000, 6, 12), Coder::kFast)});
+  return all;
+}
+
+// Edge cases: valid data in every pairing and destination setup.
+TEST(LZDecodeStreams, ValidBodiesInEveryPairing) {
+  for (const auto& [name, body] : ValidBodies()) ExpectAllSetupsMatch(body, name);
+}
+
+// Edge cases (damaged): truncated bodies, foreign bytes, random tokens with
+// distances near the window's edge and 0.
+TEST(LZDecodeStreams, DamagedAndTruncatedStreamsInEveryPairing) {
+  const Bytes body = EncodeBody(RandomBytes(9000, 8, 9), Coder::kFast);
+  for (size_t cut : {size_t{1}, size_t{2}, size_t{700}, size_t{1501}, body.size() / 2, body.size() - 1})
+    ExpectAllSetupsMatch(Bytes(body.begin(), body.begin() + static_cast<ptrdiff_t>(cut)),
+                         "cut at " + std::to_string(cut));
+  for (uint32_t seed = 0; seed < 12; ++seed)
+    ExpectAllSetupsMatch(RandomBytes(200 + seed * 450, seed), "random bytes " + std::to_string(seed));
+  std::mt19937 rng(21);
+  for (int round = 0; round < 8; ++round) {
+    Bytes tokens;
+    const size_t count = 500 + rng() % 4000;
+    for (size_t t = 0; t < count; ++t) {
+      if (rng() % 3 == 0) {
+        const uint8_t n = static_cast<uint8_t>(rng() % 128);
+        tokens.push_back(static_cast<uint8_t>(n * 2));
+        for (int i = 0; i < n; ++i) tokens.push_back(static_cast<uint8_t>(rng() % 7));
+      } else {
+        const uint32_t d = rng() % 8 == 0 ? 2030 + rng() % 18 : rng() % 2048;
+        AddCopy(tokens, d, 3 + rng() % 16);
+      }
+    }
+    tokens.resize(tokens.size() - rng() % 3);
+    ExpectAllSetupsMatch(tokens, "random tokens " + std::to_string(round));
+  }
+}
+
+// A stream that is valid well past 2,048 bytes of output and then holds
+// copies that show their own overwrite (and distance 0): after them the
+// history and the output differ, which in-place appending cannot hold, so
+// decoding must carry on through the window and still match the reference.
+TEST(LZDecodeStreams, OverwriteCopiesAfterTheSwitchInEveryPairing) {
+  for (size_t lead : {size_t{2100}, size_t{5000}, size_t{400000}}) {
+    const Bytes plain = RandomBytes(lead, 31, 10);
+    Bytes tokens = EncodeBody(plain, Coder::kFast);
+    AddCopy(tokens, 2040, 18);
+    AddCopy(tokens, 18, 18);  // re-reads what the window holds
+    AddCopy(tokens, 0, 7);
+    AddCopy(tokens, 2047, 4);
+    // Valid data again, long enough for another growth step.
+    for (int i = 0; i < 30000; ++i) AddCopy(tokens, static_cast<uint32_t>(100 + i % 1900), 3 + i % 16);
+    AddLiterals(tokens, Pattern(500));
+    AddCopy(tokens, 2045, 18);
+    ExpectAllSetupsMatch(tokens, "lead " + std::to_string(lead));
+  }
+}
+
+// The same copies right at the start and just before the switch.
+TEST(LZDecodeStreams, OverwriteCopiesBeforeTheSwitchInEveryPairing) {
+  for (size_t lead : {size_t{0}, size_t{127}, size_t{1900}, size_t{2047}}) {
+    Bytes tokens;
+    AddLiterals(tokens, Pattern(lead));
+    AddCopy(tokens, 2040, 18);
+    AddCopy(tokens, 0, 18);
+    for (int i = 0; i < 3000; ++i) AddCopy(tokens, static_cast<uint32_t>(8 + i % 1000), 18);
+    ExpectAllSetupsMatch(tokens, "lead " + std::to_string(lead));
+  }
+}
+
+// Short periods (distance 1 to 7) at every length, in the window and in a
+// destination's memory.
+TEST(LZDecodeStreams, ShortPeriodCopiesInEveryPairing) {
+  for (size_t lead : {size_t{20}, size_t{3000}}) {
+    Bytes tokens;
+    AddLiterals(tokens, Pattern(lead));
+    for (uint32_t d = 1; d < 8; ++d)
+      for (uint32_t len = 3; len <= 18; ++len) {
+        AddCopy(tokens, d, len);
+        AddLiterals(tokens, Pattern(1 + (d * len) % 9));
+      }
+    ExpectAllPairingsMatch(tokens, RunSetup{}, "lead " + std::to_string(lead));
+  }
+}
+
+// A progress callback that throws after N tokens: the destination holds
+// exactly the bytes of the tokens completed before, in every pairing, and a
+// memory source stands right after the last of them. N sweeps across the
+// switch into the destination's memory (about 17 tokens of 127-byte runs in
+// the first stream) and across later growth and overwrite copies.
+TEST(LZDecodeStreams, ThrowingCallbackKeepsCompletedTokens) {
+  Bytes runs_then_copies;
+  AddLiterals(runs_then_copies, Pattern(2600));
+  for (int i = 0; i < 40000; ++i) AddCopy(runs_then_copies, static_cast<uint32_t>(20 + i % 2000), 18);
+  AddCopy(runs_then_copies, 2040, 18);
+  for (int i = 0; i < 100; ++i) AddCopy(runs_then_copies, 50, 18);
+  const Bytes text_like = EncodeBody(RandomBytes(50000, 3, 8), Coder::kFast);
+  for (const auto& [name, tokens] : {std::pair{std::string("runs then copies"), runs_then_copies},
+                                     std::pair{std::string("text-like"), text_like}}) {
+    for (int n : {1, 2, 15, 16, 17, 18, 19, 20, 100, 1000, 15000, 40017, 40018, 40019, 40100}) {
+      for (bool append : {false, true}) {
+        RunSetup setup;
+        if (append) {
+          setup.prefix = RandomBytes(40, 2);
+          setup.dst_position = 40;
+        }
+        setup.throw_on_call = n;
+        ExpectAllPairingsMatch(tokens, setup,
+                               name + ", throw on call " + std::to_string(n) + (append ? ", appended" : ""));
+      }
+    }
+  }
 }
 
 }  // namespace
