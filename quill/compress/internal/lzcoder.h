@@ -42,7 +42,9 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress,
 //    output through Write in large blocks.
 // In both cases every token completed before an error is in the destination.
 // REQUIRES: the progress hook does not read, write or resize either stream
-// while the run lasts (their memory may be in use and not yet trimmed).
+// while the run lasts (their memory may be in use and not yet trimmed), and
+// writing to `dst` does not change `src` (no wrapper writing into the same
+// memory stream).
 void LZDecode(TStream& src, TStream& dst, const LZProgress& progress);
 
 }  // namespace quill::Gcompress::internal
