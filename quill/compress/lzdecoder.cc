@@ -181,8 +181,8 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
         op += len;
       } else {
         const uint32_t n = b >> 1;
-        // Fixed-size moves (16 or 128 bytes) compile to vector moves instead
-        // of a call; both buffers have room past the run.
+        // Fixed-size moves (three words, or 128 bytes) compile to plain or
+        // vector moves instead of a call; both buffers have room past the run.
         if (n <= 24) {
           std::memcpy(op, ip + 1, 8);
           std::memcpy(op + 8, ip + 9, 8);
