@@ -152,9 +152,11 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
         const uint32_t d = (word & 0x0FFFu) >> 1;
         const uint32_t len = (word >> 12) + kMinMatch;
         const uint8_t* const s = op - d;
-        // One unsigned comparison finds the uncommon copies: d below 8, and
-        // the ring's special cases (d == 0 or d + len above 2,048).
-        if (d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - len) [[unlikely]] {
+        // The uncommon copies: d below 8, and the ring's special cases
+        // (d == 0 or d + len above 2,048). A comparison against a constant
+        // (d outside 8 .. 2,030) lets the common copies through first.
+        if (d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - kMaxMatch &&
+            (d < 8 || d + len > static_cast<uint32_t>(kWindowSize))) [[unlikely]] {
           if (d - 1 > static_cast<uint32_t>(kWindowSize) - len - 1) break;  // general step
           // A short period (d below 8): the copy repeats the last d bytes.
           // Spread them over 16 bytes with one multiplication (the d-byte

@@ -82,6 +82,23 @@ TEST(UnpackSequence, CopyAtTheThresholdIsPlain) {
   EXPECT_EQ(Expand(tokens), expected);
 }
 
+// Every distance from 2,031 to 2,047 with the longest length that stays within
+// the window is still a plain copy, in the window and in a destination's
+// memory (the decoder screens these distances before taking the fast path).
+TEST(UnpackSequence, FarCopiesUpToTheThresholdArePlain) {
+  const Bytes p = Pattern(4000);
+  Bytes tokens;
+  AddLiterals(tokens, p);
+  Bytes expected = p;
+  for (uint32_t d = 2031; d <= 2047; ++d) {
+    const uint32_t len = std::min<uint32_t>(18, 2048 - d);
+    if (len < 3) continue;
+    AddCopy(tokens, d, len);
+    for (uint32_t k = 0; k < len; ++k) expected.push_back(expected[expected.size() - d]);
+  }
+  EXPECT_EQ(Expand(tokens), expected);
+}
+
 // The compressor never writes such a copy: compress-then-expand is exact
 // even for inputs whose repeats sit right at the window's edge.
 TEST(UnpackSequence, CompressorOutputNeverTriggersTheOverwrite) {
