@@ -74,12 +74,14 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
   const int64_t size = src.Size();
   int64_t total = std::max<int64_t>(0, size - start);
 
-  // A stream that is both source and destination gets no in-place access:
-  // writing would move the memory the tokens are read from.
+  // In-place access only when no progress hook runs in between (a hook could
+  // look at or change the streams while their memory is in use), and never
+  // for a stream that is both source and destination: writing would move the
+  // memory the tokens are read from.
+  const bool in_place = progress.report == nullptr && &src != &dst;
   TMemoryStream* const msrc =
-      (&src != &dst && total > 0 && start >= 0) ? MemoryStreamAccess::PlainMemoryStream(src)
-                                                : nullptr;
-  TMemoryStream* mdst = &src != &dst ? MemoryStreamAccess::PlainMemoryStream(dst) : nullptr;
+      (in_place && total > 0 && start >= 0) ? MemoryStreamAccess::PlainMemoryStream(src) : nullptr;
+  TMemoryStream* mdst = in_place ? MemoryStreamAccess::PlainMemoryStream(dst) : nullptr;
   if (mdst != nullptr && mdst->Position() != mdst->Size()) mdst = nullptr;
 
   // Tokens not decoded yet: in[in_pos .. in_end).
@@ -110,10 +112,18 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
   bool may_go_direct = mdst != nullptr;
   int64_t limit = may_go_direct ? 2 * kWindowSize - 1 : kOutCap - kOutSlack;  // tokens start at w <= limit
 
+  // A destination that writes into the source's memory stream (a wrapper
+  // around it) may move that memory: read the tokens from where it is now.
+  auto reload_source = [&] {
+    if (msrc != nullptr) in = msrc->Memory() + start;
+  };
   auto write_pending = [&] {
     const int64_t from = pending;
     pending = w;
-    if (w > from) dst.WriteBuffer(win.get() + from, w - from);
+    if (w > from) {
+      dst.WriteBuffer(win.get() + from, w - from);
+      reload_source();
+    }
   };
   // Puts the output and the source where a caller expects them: everything
   // decoded is in the destination, which ends (and stands) at its real end.
@@ -288,6 +298,7 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
           pending = w + len;
           w += len;
           dst.WriteBuffer(shown, len);
+          reload_source();
         } else {
           const uint8_t* s = o - d;
           if (d >= 8) {

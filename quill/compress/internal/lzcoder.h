@@ -30,7 +30,8 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress,
 // `dst`. Never reads or writes outside its own buffers and the streams.
 //
 // Memory streams (exactly TMemoryStream, not subclasses) are worked on in
-// place when source and destination are different objects:
+// place when no progress hook is given and source and destination are
+// different objects:
 //  - a memory source is decoded straight from its bytes; afterwards, also
 //    when an error passes, its position is just after the last token decoded
 //    (its size at the end of a normal run). Other sources are read in 64 KB
@@ -41,10 +42,9 @@ void LZEncode(TStream& src, TStream& dst, const LZProgress& progress,
 //    stops, normally or by an error. Any other destination receives the
 //    output through Write in large blocks.
 // In both cases every token completed before an error is in the destination.
-// REQUIRES: the progress hook does not read, write or resize either stream
-// while the run lasts (their memory may be in use and not yet trimmed), and
-// writing to `dst` does not change `src` (no wrapper writing into the same
-// memory stream).
+// REQUIRES: writing to `dst` does not shrink or rewrite the part of `src`
+// still to be decoded (a wrapper that appends to the source's memory stream is
+// fine: the tokens are then read from wherever that memory moved).
 void LZDecode(TStream& src, TStream& dst, const LZProgress& progress);
 
 }  // namespace quill::Gcompress::internal
