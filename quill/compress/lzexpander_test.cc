@@ -350,20 +350,8 @@ TEST(LZDecodeStreams, DamagedAndTruncatedStreamsInEveryPairing) {
     ExpectAllSetupsMatch(RandomBytes(200 + seed * 450, seed), "random bytes " + std::to_string(seed));
   std::mt19937 rng(21);
   for (int round = 0; round < 8; ++round) {
-    Bytes tokens;
     const size_t count = 500 + rng() % 4000;
-    for (size_t t = 0; t < count; ++t) {
-      if (rng() % 3 == 0) {
-        const uint8_t n = static_cast<uint8_t>(rng() % 128);
-        tokens.push_back(static_cast<uint8_t>(n * 2));
-        for (int i = 0; i < n; ++i) tokens.push_back(static_cast<uint8_t>(rng() % 7));
-      } else {
-        const uint32_t d = rng() % 8 == 0 ? 2030 + rng() % 18 : rng() % 2048;
-        AddCopy(tokens, d, 3 + rng() % 16);
-      }
-    }
-    tokens.resize(tokens.size() - rng() % 3);
-    ExpectAllSetupsMatch(tokens, "random tokens " + std::to_string(round));
+    ExpectAllSetupsMatch(RandomTokens(rng, count, 7, 8), "random tokens " + std::to_string(round));
   }
 }
 

@@ -98,4 +98,28 @@ inline Bytes NoRepeats(size_t n, uint32_t seed) {
   return b;
 }
 
+// `count` random tokens that look valid: a third are literal runs of 0 to 127
+// bytes (each below `byte_range`), the rest copies of 3 to 18 bytes at any
+// distance, one in `edge_every` of them right at the window's edge (2,030 to
+// 2,047, where the ring's overwrite quirk lives). The last 0 to 2 bytes are
+// cut off, so the stream often ends inside a token.
+inline Bytes RandomTokens(std::mt19937& rng, size_t count, uint32_t byte_range, uint32_t edge_every) {
+  Bytes tokens;
+  for (size_t t = 0; t < count; ++t) {
+    if (rng() % 3 == 0) {
+      const uint8_t n = static_cast<uint8_t>(rng() % 128);
+      tokens.push_back(static_cast<uint8_t>(n * 2));
+      for (int i = 0; i < n; ++i) tokens.push_back(static_cast<uint8_t>(rng() % byte_range));
+    } else {
+      const uint32_t d = rng() % edge_every == 0 ? 2030 + rng() % 18 : rng() % 2048;
+      uint8_t tok[2];
+      internal::EncodeCopy(tok, d, 3 + rng() % 16);
+      tokens.push_back(tok[0]);
+      tokens.push_back(tok[1]);
+    }
+  }
+  tokens.resize(tokens.size() - rng() % 3);
+  return tokens;
+}
+
 }  // namespace quill::Gcompress::testing
