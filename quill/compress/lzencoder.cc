@@ -112,11 +112,10 @@ inline uint8_t* EmitLiterals(uint8_t* o, const uint8_t* from, int64_t n) {
   return o + 1 + n;
 }
 
-// Enters the coded position q (epoch-relative `rel`) in the index. Positions
-// within two bytes of the end enter a chain too: no later search reaches
-// them, since a search needs three bytes of lookahead.
-inline void Enter(const MatchIndex& ix, const uint8_t* q, int32_t rel) {
-  Link& l = ix.link[rel & kRingMask];
+// Enters the coded position q (epoch-relative `rel`) in the index through
+// its ring slot `l`. Positions within two bytes of the end enter a chain too:
+// no later search reaches them, since a search needs three bytes of lookahead.
+inline void EnterAt(const MatchIndex& ix, Link& l, const uint8_t* q, int32_t rel) {
   l.order = ++ix.codings[q[0]];
   const uint32_t h = Hash3(Load3(q));
   l.prev = ix.head[h];
@@ -191,15 +190,9 @@ Cursor CodeSteps(Cursor c, const Stretch& s, const MatchIndex& ix) {
       const uint8_t* q = p;
       p += best;
       int32_t r = rel;
-      do {
-        lk->order = ++ix.codings[q[0]];
-        const uint32_t h = Hash3(Load3(q));
-        lk->prev = ix.head[h];
-        ix.head[h] = r;
-        ++r;
-        ++lk;
-        ++q;
-      } while (q != p);
+      // The slots run on past the ring's end instead of wrapping.
+      do EnterAt(ix, *lk++, q++, r++);
+      while (q != p);
       // Slots past the ring's end belong at its start.
       if (lk > ix.link + kRingMask + 1) std::copy(ix.link + kRingMask + 1, lk, ix.link);
       lit = p;
@@ -208,7 +201,7 @@ Cursor CodeSteps(Cursor c, const Stretch& s, const MatchIndex& ix) {
         o = EmitLiterals(o, lit, kMaxLiteralRun);
         lit = p;
       }
-      Enter(ix, p, rel);
+      EnterAt(ix, ix.link[rel & kRingMask], p, rel);
       ++p;
     }
   }
