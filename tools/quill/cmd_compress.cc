@@ -26,6 +26,7 @@
 #include "quill/rtl/streams.h"
 #include "quill/rtl/unicode.h"
 #include "tools/quill/commands.h"
+#include "tools/quill/io.h"
 
 namespace quilltool {
 namespace {
@@ -43,9 +44,10 @@ class StdoutStream : public TStream {
  public:
   int64_t Read(void*, int64_t) override { return 0; }
   int64_t Write(const void* buffer, int64_t count) override {
-    const size_t n = std::fwrite(buffer, 1, static_cast<size_t>(count), stdout);
-    written_ += static_cast<int64_t>(n);
-    return static_cast<int64_t>(n);
+    Stdout().write(static_cast<const char*>(buffer), static_cast<std::streamsize>(count));
+    CheckStdout();
+    written_ += count;
+    return count;
   }
   int64_t Seek(int64_t offset, quill::TSeekOrigin origin) override {
     if (offset == 0 && origin != quill::soBeginning) return written_;
@@ -148,7 +150,7 @@ int Code(bool compress, const std::string& in_name, const std::string& out_name)
       ProgressBar bar(*in, total, compress ? "compressing" : "expanding");
       compress ? Gc::LZGCompressStream(in.get(), &out, bar.Event())
                : Gc::LZGDecompressStream(in.get(), &out, bar.Event());
-      std::fflush(stdout);
+      FlushStdout();
     } catch (const quill::Exception& e) {
       Fail(kExitFileError, e.what());
       return kExitFileError;
@@ -247,7 +249,9 @@ int Info(const std::string& name) {
               << "format:          LZG00, version " << st.version << "\n"
               << "compressed:      " << st.packed << " bytes\n"
               << "expanded:        " << st.plain << " bytes\n";
-    std::printf("ratio:           %.1f%% of the expanded size\n", ratio);
+    char ratio_text[64];
+    std::snprintf(ratio_text, sizeof ratio_text, "ratio:           %.1f%% of the expanded size\n", ratio);
+    std::cout << ratio_text;
     std::cout << "literal runs:    " << st.literal_runs << " (" << st.literal_bytes << " bytes)\n"
               << "copies:          " << st.copies << " (" << st.copy_bytes << " bytes)\n";
   } catch (const quill::Exception& e) {
