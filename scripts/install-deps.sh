@@ -8,6 +8,7 @@ packages=(
   libicu-dev libgtest-dev libgmock-dev libbenchmark-dev
   zlib1g-dev liblz4-dev libsqlite3-dev libcli11-dev
   gettext pkg-config
+  qt6-base-dev qt6-qpa-plugins fonts-dejavu-core xvfb xauth
 )
 
 missing=()

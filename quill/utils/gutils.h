@@ -3,7 +3,8 @@
 // One include for the whole unit: containers (TGIntStack, TGCurrencyArray,
 // TGObjectList, TGStringMap), currency rounding, font-style packing, program
 // start, environment expansion, PE version information, comma-separated
-// lines, small helpers, and the operating-system flags.
+// lines, small helpers, the operating-system flags, and the yes/no questions
+// and information window with their user-interface service.
 #pragma once
 
 #include "quill/frame/errors.h"
@@ -14,5 +15,7 @@
 #include "quill/utils/helpers.h"
 #include "quill/utils/osflags.h"
 #include "quill/utils/process.h"
+#include "quill/utils/questions.h"
 #include "quill/utils/rounding.h"
+#include "quill/utils/uiservice.h"
 #include "quill/utils/versioninfo.h"
