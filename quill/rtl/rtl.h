@@ -13,6 +13,7 @@
 #include "quill/rtl/formatsettings.h"
 #include "quill/rtl/intconv.h"
 #include "quill/rtl/localefacts.h"
+#include "quill/rtl/regfile.h"
 #include "quill/rtl/resstrings.h"
 #include "quill/rtl/streams.h"
 #include "quill/rtl/syslocale.h"
