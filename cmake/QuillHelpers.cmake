@@ -150,10 +150,16 @@ function(quill_install_rules)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  # The Qt module's headers only come with the module.
+  set(qt_headers "")
+  if(NOT TARGET quill23-qt)
+    set(qt_headers PATTERN "qt" EXCLUDE)
+  endif()
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/quill DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h"
     PATTERN "internal" EXCLUDE
-    PATTERN "*_test*" EXCLUDE)
+    PATTERN "*_test*" EXCLUDE
+    ${qt_headers})
   install(DIRECTORY ${QUILL_GENERATED_DIR}/quill DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     OPTIONAL FILES_MATCHING PATTERN "*.h")
   install(EXPORT QuillTargets NAMESPACE Quill:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Quill)
