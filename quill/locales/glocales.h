@@ -6,6 +6,11 @@
 #pragma once
 
 #include "quill/frame/errors.h"
+#include "quill/locales/keyboard.h"
 #include "quill/locales/localecodes.h"
 #include "quill/locales/localeinfo.h"
+#include "quill/locales/localelist.h"
+#include "quill/locales/localelookup.h"
 #include "quill/locales/localenames.h"
+#include "quill/locales/localetree.h"
+#include "quill/locales/middleeast.h"
