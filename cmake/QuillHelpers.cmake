@@ -158,6 +158,7 @@ function(quill_install_rules)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/quill DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h"
     PATTERN "internal" EXCLUDE
+    PATTERN "engine" EXCLUDE        # the help engine plugin's own sources
     PATTERN "*_test*" EXCLUDE
     ${qt_headers})
   install(DIRECTORY ${QUILL_GENERATED_DIR}/quill DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

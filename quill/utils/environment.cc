@@ -57,24 +57,24 @@ std::string ProgramPath() {
 
 std::string ModuleFileName(int32_t Module) { return Module == 0 ? ProgramPath() : std::string(); }
 
+std::string ModulePathOf(const void* address) {
+  Dl_info info{};
+  link_map* map = nullptr;
+  // A shared library has a name in its link map; the program's entry has none.
+  if (dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0 && map != nullptr &&
+      map->l_name != nullptr && map->l_name[0] != '\0') {
+    std::error_code ec;
+    std::filesystem::path module = std::filesystem::canonical(map->l_name, ec);
+    return ec ? std::string(map->l_name) : module.string();
+  }
+  return ProgramPath();
+}
+
 }  // namespace internal
 
 UnicodeString DHGetFileName() {
   constexpr size_t kMaxUnits = 261;
-  std::string path;
-  Dl_info info{};
-  link_map* map = nullptr;
-  // The object holding this function: a shared library when the library was
-  // loaded as one, else the program itself (whose link map has no name).
-  if (dladdr1(reinterpret_cast<void*>(&DHGetFileName), &info, reinterpret_cast<void**>(&map),
-              RTLD_DL_LINKMAP) != 0 &&
-      map != nullptr && map->l_name != nullptr && map->l_name[0] != '\0') {
-    std::error_code ec;
-    std::filesystem::path module = std::filesystem::canonical(map->l_name, ec);
-    path = ec ? std::string(map->l_name) : module.string();
-  } else {
-    path = internal::ProgramPath();
-  }
+  const std::string path = internal::ModulePathOf(reinterpret_cast<const void*>(&DHGetFileName));
   UnicodeString result = Utf8ToUnicode(path);
   if (result.size() > kMaxUnits) result.resize(kMaxUnits);
   return result;

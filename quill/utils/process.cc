@@ -1,16 +1,13 @@
 // Program start on Linux: posix_spawn for executables and for the opener.
 #include "quill/utils/process.h"
 
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -18,29 +15,18 @@
 
 #include "quill/rtl/unicode.h"
 #include "quill/utils/internal/shellwords.h"
-
-extern char** environ;
+#include "quill/utils/internal/spawn.h"
 
 namespace quill::Gutils {
 namespace {
 
+using internal::OpenerCommand;
+using internal::ReapEndedChildren;
+using internal::Spawn;
+
 TProcessMessagesHook& Hook() {
   static TProcessMessagesHook hook;
   return hook;
-}
-
-// Children started without waiting. They are reaped, once ended, by later
-// calls, so that finished children do not linger as zombies.
-std::mutex g_unwaited_mutex;
-std::vector<pid_t> g_unwaited;
-
-void ReapEndedChildren() {
-  std::lock_guard lock(g_unwaited_mutex);
-  std::erase_if(g_unwaited, [](pid_t pid) {
-    int status = 0;
-    const pid_t r = waitpid(pid, &status, WNOHANG);
-    return r == pid || (r == -1 && errno == ECHILD);
-  });
 }
 
 bool IsExecutableFile(const std::string& path) {
@@ -92,48 +78,6 @@ std::string Absolute(const std::string& path) {
   return ec ? path : p.string();
 }
 
-// Starts argv[0] (searched on PATH when `search_path`) in `dir`; the child's
-// id, or nullopt when it could not be started.
-std::optional<pid_t> Spawn(const std::vector<std::string>& args, const std::string& dir,
-                           bool search_path) {
-  std::vector<char*> argv;
-  argv.reserve(args.size() + 1);
-  for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-  argv.push_back(nullptr);
-
-  posix_spawn_file_actions_t actions;
-  posix_spawnattr_t attr;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawnattr_init(&attr);
-  if (!dir.empty()) posix_spawn_file_actions_addchdir_np(&actions, dir.c_str());
-  // The child starts with no blocked signals and default SIGPIPE handling,
-  // whatever the host application set up.
-  sigset_t empty, defaults;
-  sigemptyset(&empty);
-  sigemptyset(&defaults);
-  sigaddset(&defaults, SIGPIPE);
-  posix_spawnattr_setsigmask(&attr, &empty);
-  posix_spawnattr_setsigdefault(&attr, &defaults);
-  posix_spawnattr_setflags(&attr, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-
-  pid_t pid = 0;
-  const int rc = search_path ? posix_spawnp(&pid, argv[0], &actions, &attr, argv.data(), environ)
-                             : posix_spawn(&pid, argv[0], &actions, &attr, argv.data(), environ);
-  posix_spawnattr_destroy(&attr);
-  posix_spawn_file_actions_destroy(&actions);
-  if (rc != 0) return std::nullopt;
-  return pid;
-}
-
-std::vector<std::string> OpenerCommand() {
-  const char* env = std::getenv("QUILL_OPEN_COMMAND");
-  if (env != nullptr) {
-    std::vector<std::string> words = internal::SplitShellWords(env);
-    if (!words.empty()) return words;
-  }
-  return {"xdg-open"};
-}
-
 }  // namespace
 
 TProcessMessagesHook SetProcessMessagesHook(TProcessMessagesHook NewHook) {
@@ -182,8 +126,7 @@ bool RunProgramEx(const UnicodeString& FileName, const UnicodeString& Params,
   const std::optional<pid_t> pid = Spawn(args, dir, search_path);
   if (!pid) return false;
   if (!Wait) {
-    std::lock_guard lock(g_unwaited_mutex);
-    g_unwaited.push_back(*pid);
+    internal::ForgetChild(*pid);
     return true;
   }
   // Ask for the child's state without pausing; between the rounds the

@@ -14,4 +14,8 @@ namespace quill::Gutils::internal {
 // other handle names no module here and gives "".
 [[nodiscard]] std::string ModuleFileName(int32_t Module);
 
+// The full path of the loaded object that holds `address`: a shared library
+// when the code was loaded as one, else the running program (ProgramPath).
+[[nodiscard]] std::string ModulePathOf(const void* address);
+
 }  // namespace quill::Gutils::internal

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Rebuilds the compiled help files the help launcher's tests use, from the
+# pages in this folder (needs chmcmd from Debian's fp-utils-3.2.2; the tests
+# themselves only read the committed .chm files).
+#
+#   test.chm       the pages, default topic /pages/index.htm
+#   traversal.chm  the same file with the object path "/pages/zzescape.htm"
+#                  rewritten in place to "/../../zzescape.htm" (same length, so
+#                  the directory stays valid): a file whose contents try to
+#                  climb out of the extraction folder.
+set -euo pipefail
+cd "$(dirname "$0")"
+chmcmd --no-html-scan test.hhp >/dev/null
+python3 - <<'PY'
+data = open("test.chm", "rb").read()
+old, new = b"/pages/zzescape.htm", b"/../../zzescape.htm"
+assert len(old) == len(new) and data.count(old) == 1, data.count(old)
+open("traversal.chm", "wb").write(data.replace(old, new))
+PY
+echo "rebuilt test.chm and traversal.chm"
