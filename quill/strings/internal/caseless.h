@@ -5,15 +5,20 @@
 // apply to the caller's text). A lowered copy of the text is built only when
 // needed: when the lowered pattern is ASCII, ASCII text is folded on the fly,
 // and in the UTF-16 form non-ASCII characters are lowered one at a time, so
-// no memory proportional to the text is taken. The 8-bit form builds the
-// lowered copy as soon as it meets a byte above 127, because a byte there may
-// be part of a multi-byte character whose lowering only the whole text can
-// tell; in double-byte code pages it always uses the copy. Locales whose
-// lowering of ASCII letters depends on the surrounding text (Turkish,
-// Azerbaijani, Lithuanian) always use the copy.
+// no memory proportional to the text is taken. In a single-byte ANSI code
+// page the 8-bit form never copies: lowering there maps each byte on its own
+// (through the code page's table, in every locale), so any pattern is
+// searched byte-wise (ByteCaselessSearch). In multi-byte code pages the 8-bit
+// form builds the lowered copy as soon as it meets a byte above 127, because
+// a byte there may be part of a multi-byte character whose lowering only the
+// whole text can tell; in double-byte code pages it always uses the copy.
+// Locales whose lowering of ASCII letters depends on the surrounding text
+// (Turkish, Azerbaijani, Lithuanian) use the copy outside single-byte pages.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +36,40 @@ bool UserLocaleFoldsAsciiPlainly();
 // 1361), whose second bytes may look like ASCII letters: 8-bit text there is
 // only ever searched in its lowered copy.
 bool AnsiCodePageHasAsciiTrailBytes();
+
+// True when the ANSI code page maps every character to one byte (or is
+// unknown, in which case 8-bit lowering is the ASCII folding): lowering is
+// then a per-byte table.
+bool AnsiCodePageIsSingleByte();
+
+// Case-insensitive search of 8-bit text under a single-byte ANSI code page.
+// Lowering there maps each byte through a table, so the lowered text is never
+// built: a vectorised scan looks for the bytes that lower to the pattern's
+// two rarest characters (by the usual frequency of bytes in text and code) at
+// their distance, and each candidate is checked through the table. Answers
+// are those of searching the lowered pattern in the lowered text.
+class ByteCaselessSearch {
+ public:
+  // `lpat` is the lowered pattern; `text` must outlive the object.
+  ByteCaselessSearch(std::string_view lpat, std::string_view text);
+
+  // 0-based index of the first occurrence at or after `from`; npos if none.
+  [[nodiscard]] std::size_t Find(std::size_t from) const noexcept;
+
+ private:
+  [[nodiscard]] bool MatchesAt(const char* p) const noexcept;
+
+  std::string lpat_;
+  std::string_view text_;
+  std::array<unsigned char, 256> lower_{};
+  // Bytes that lower to the anchor characters lpat_[first_] and
+  // lpat_[second_], two each (equal when one byte does).
+  std::size_t first_ = 0;
+  std::size_t second_ = 0;
+  char a_[2] = {};
+  char b_[2] = {};
+  bool vector_ = false;  // false: some pattern character has 3 or more such bytes
+};
 
 template <class C>
 constexpr C AsciiLower(C c) noexcept {
@@ -55,6 +94,12 @@ class CaselessFinder {
  public:
   CaselessFinder(View<C> pattern, View<C> text)
       : lpat_(AnsiLowerCase(pattern)), text_(text) {
+    if constexpr (sizeof(C) == 1) {
+      if (!lpat_.empty() && AnsiCodePageIsSingleByte()) {
+        bytes_.emplace(lpat_, text_);
+        return;
+      }
+    }
     onTheFly_ = IsAscii<C>(lpat_) && UserLocaleFoldsAsciiPlainly();
     if constexpr (sizeof(C) == 1) onTheFly_ = onTheFly_ && !AnsiCodePageHasAsciiTrailBytes();
     if (!onTheFly_) BuildCopy();
@@ -63,6 +108,9 @@ class CaselessFinder {
   // 0-based index of the first occurrence at or after `from`; npos if none.
   std::size_t Find(std::size_t from) {
     if (lpat_.empty()) return npos;
+    if constexpr (sizeof(C) == 1) {
+      if (bytes_) return bytes_->Find(from);
+    }
     if (!onTheFly_) return View<C>(ltext_).find(lpat_, from);
     const std::size_t n = text_.size();
     const std::size_t m = lpat_.size();
@@ -122,6 +170,7 @@ class CaselessFinder {
   View<C> text_;
   Str<C> ltext_;
   bool onTheFly_ = false;
+  std::optional<ByteCaselessSearch> bytes_;  // 8-bit text, single-byte code page
 };
 
 }  // namespace quill::Gstrings::internal
