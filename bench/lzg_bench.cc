@@ -1,121 +1,37 @@
-// LZG against zlib level 1 and LZ4 on three 8 MB inputs built at run time:
-// text (C and C++ headers from /usr/include plus the project's sources),
-// binary (shared libraries from the system's library folder) and random
-// bytes. Every coder runs in this one program on the same bytes; the summary
-// printed at the end gives MB/s, compressed sizes and the speed ratios
+// LZG against zlib level 1 and LZ4 on inputs of every kind (bench/corpus.h:
+// source text in several languages, prose in several scripts, executables,
+// libraries, logs, CSV, compressed data, one repeated byte, short periods,
+// random bytes), 8 MB each by default. Every coder runs in this one program
+// on the same bytes; the summary printed at the end gives, per kind, the
+// compressed sizes, MB/s and the speed ratios
 //   LZG compression / zlib-1 compression   (target: >= 1)
-//   LZG expansion   / LZ4 expansion        (target: >= 0.5)
-// A missing folder only shrinks the corpus; it is then repeated to 8 MB (and a
-// corpus with no source at all is made of pseudo-random words).
+//   LZG expansion   / LZ4 expansion        (target: >= 0.5; random data aside)
+// as the median over repetitions with the spread [min - max]. Run with
+//   --benchmark_repetitions=3 --benchmark_enable_random_interleaving=true
+// so that each kind's coders alternate. QUILL_BENCH_KINDS=c,perl picks kinds;
+// QUILL_BENCH_CORPUS_MB sets the size.
 #include <benchmark/benchmark.h>
 #include <lz4.h>
 #include <zlib.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "bench/corpus.h"
+#include "bench/ratio_reporter.h"
 #include "quill/compress/gcompress.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using Bytes = std::vector<uint8_t>;
-constexpr size_t kCorpusSize = 8u << 20;
-
-void AppendFile(Bytes& out, const fs::path& p, size_t limit) {
-  std::ifstream f(p, std::ios::binary);
-  Bytes b((std::istreambuf_iterator<char>(f)), std::istreambuf_iterator<char>());
-  const size_t room = limit - std::min(limit, out.size());
-  out.insert(out.end(), b.begin(), b.begin() + static_cast<ptrdiff_t>(std::min(room, b.size())));
-}
-
-// Files under `dir` whose name passes `want`, in a stable order.
-std::vector<fs::path> FilesUnder(const fs::path& dir, bool recursive, bool (*want)(const fs::path&)) {
-  std::vector<fs::path> files;
-  std::error_code ec;
-  if (!fs::is_directory(dir, ec)) return files;
-  auto add = [&](const fs::directory_entry& e) {
-    std::error_code ec2;
-    if (e.is_regular_file(ec2) && !e.is_symlink(ec2) && want(e.path())) files.push_back(e.path());
-  };
-  if (recursive) {
-    for (auto it = fs::recursive_directory_iterator(dir, fs::directory_options::skip_permission_denied, ec);
-         !ec && it != fs::recursive_directory_iterator(); it.increment(ec))
-      add(*it);
-  } else {
-    for (auto it = fs::directory_iterator(dir, ec); !ec && it != fs::directory_iterator(); it.increment(ec))
-      add(*it);
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-// Repeats `b` until it holds exactly kCorpusSize bytes.
-void RepeatTo8MB(Bytes& b, uint32_t seed) {
-  if (b.empty()) {
-    std::mt19937 rng(seed);
-    while (b.size() < 4096) {
-      const std::string w = "word" + std::to_string(rng() % 1000) + " ";
-      b.insert(b.end(), w.begin(), w.end());
-    }
-  }
-  const size_t n = b.size();
-  while (b.size() < kCorpusSize) b.insert(b.end(), b.begin(), b.begin() + static_cast<ptrdiff_t>(std::min(n, kCorpusSize - b.size())));
-  b.resize(kCorpusSize);
-}
-
-Bytes TextCorpus() {
-  Bytes b;
-  auto is_source = [](const fs::path& p) {
-    const auto e = p.extension();
-    return e == ".h" || e == ".hpp" || e == ".cc" || e == ".md" || p.parent_path().filename() == "c++";
-  };
-  for (const auto& f : FilesUnder(fs::path(QUILL_SOURCE_DIR) / "quill", true, +is_source))
-    AppendFile(b, f, kCorpusSize / 4);
-  auto is_header = [](const fs::path& p) { return p.extension() == ".h" || p.extension() == ""; };
-  for (const char* dir : {"/usr/include/c++", "/usr/include/x86_64-linux-gnu", "/usr/include"}) {
-    for (const auto& f : FilesUnder(dir, std::string(dir) != "/usr/include", +is_header)) {
-      if (b.size() >= kCorpusSize) break;
-      AppendFile(b, f, kCorpusSize);
-    }
-  }
-  RepeatTo8MB(b, 1);
-  return b;
-}
-
-Bytes BinaryCorpus() {
-  Bytes b;
-  auto is_lib = [](const fs::path& p) { return p.filename().string().find(".so") != std::string::npos; };
-  for (const char* dir : {"/usr/lib/x86_64-linux-gnu", "/usr/lib64", "/usr/lib"}) {
-    for (const auto& f : FilesUnder(dir, false, +is_lib)) {
-      if (b.size() >= kCorpusSize) break;
-      AppendFile(b, f, kCorpusSize);
-    }
-  }
-  RepeatTo8MB(b, 2);
-  return b;
-}
-
-Bytes RandomCorpus() {
-  std::mt19937_64 rng(3);
-  Bytes b(kCorpusSize);
-  for (size_t i = 0; i < b.size(); i += 8) {
-    const uint64_t v = rng();
-    std::copy_n(reinterpret_cast<const uint8_t*>(&v), 8, b.begin() + static_cast<ptrdiff_t>(i));
-  }
-  return b;
-}
 
 struct Corpus {
   std::string name;
+  std::string origin;
   Bytes plain;
   Bytes lzg, zlib, lz4;  // compressed once, for the expansion runs
 };
@@ -123,11 +39,6 @@ struct Corpus {
 std::vector<Corpus>& Corpora() {
   static std::vector<Corpus> corpora;
   return corpora;
-}
-
-std::map<std::string, size_t>& CompressedSizes() {
-  static std::map<std::string, size_t> sizes;
-  return sizes;
 }
 
 void Check(bool ok, const char* what) {
@@ -142,9 +53,10 @@ Bytes LzgPack(const Bytes& plain) {
 }
 
 void Prepare() {
-  for (auto [name, make] : {std::pair{"text", &TextCorpus}, std::pair{"binary", &BinaryCorpus},
-                            std::pair{"random", &RandomCorpus}}) {
-    Corpus c{name, make(), {}, {}, {}};
+  const std::size_t size = quillbench::CorpusSize(8);
+  for (const std::string& kind : quillbench::SelectedKinds()) {
+    quillbench::Corpus raw = quillbench::MakeCorpus(kind, size);
+    Corpus c{kind, raw.origin, Bytes(raw.bytes.begin(), raw.bytes.end()), {}, {}, {}};
     c.lzg = LzgPack(c.plain);
     uLongf zlen = compressBound(c.plain.size());
     c.zlib.resize(zlen);
@@ -163,9 +75,6 @@ void Prepare() {
     Check(d.Size() == static_cast<int64_t>(c.plain.size()) &&
               std::equal(c.plain.begin(), c.plain.end(), d.Memory()),
           "LZG round trip");
-    CompressedSizes()["lzg/" + c.name] = c.lzg.size();
-    CompressedSizes()["zlib1/" + c.name] = c.zlib.size();
-    CompressedSizes()["lz4/" + c.name] = c.lz4.size();
     Corpora().push_back(std::move(c));
   }
 }
@@ -237,19 +146,6 @@ void BM_Lz4Expand(benchmark::State& state, const Corpus* c) {
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * c->plain.size()));
 }
 
-// Keeps each run's throughput for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const auto& r : runs) {
-      auto it = r.counters.find("bytes_per_second");
-      if (it != r.counters.end() && !r.error_occurred) rates[r.benchmark_name()] = it->second / 1e6;
-    }
-    ConsoleReporter::ReportRuns(runs);
-  }
-  std::map<std::string, double> rates;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -264,28 +160,35 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("expand/zlib1/" + c.name).c_str(), BM_ZlibExpand, p)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark(("expand/lz4/" + c.name).c_str(), BM_Lz4Expand, p)->Unit(benchmark::kMillisecond);
   }
-  SummaryReporter reporter;
+  quillbench::RecordingReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
 
-  auto rate = [&](const std::string& k) {
-    auto it = reporter.rates.find(k);
-    return it == reporter.rates.end() ? 0.0 : it->second;
+  // MB/s of plain data from the median CPU time.
+  auto rate = [&](const std::string& k, std::size_t bytes) {
+    auto it = reporter.Times().find(k);
+    return it == reporter.Times().end() || it->second <= 0 ? 0.0 : static_cast<double>(bytes) / it->second / 1e3;
   };
-  std::printf("\n%-8s %12s %10s %10s %10s | %9s %9s %9s | %9s %9s %9s | %8s %8s\n", "corpus", "bytes",
-              "lzg", "zlib1", "lz4", "lzg c/s", "zlib1 c/s", "lz4 c/s", "lzg x/s", "zlib1 x/s",
-              "lz4 x/s", "c:lzg/z1", "x:lzg/lz4");
+  auto pct = [](std::size_t part, std::size_t whole) { return 100.0 * static_cast<double>(part) / static_cast<double>(whole); };
+  std::printf("\n%-15s %6s %6s %6s | %6s %6s %6s | %6s %6s %6s | %-18s | %-18s | %s\n", "kind", "lzg%",
+              "zlib1%", "lz4%", "lzg c", "zlib1 c", "lz4 c", "lzg x", "zlib1 x", "lz4 x", "c: lzg/zlib1",
+              "x: lzg/lz4", "input");
   for (const auto& c : Corpora()) {
-    const double lc = rate("compress/lzg/" + c.name), zc = rate("compress/zlib1/" + c.name);
-    const double l4c = rate("compress/lz4/" + c.name);
-    const double lx = rate("expand/lzg/" + c.name), zx = rate("expand/zlib1/" + c.name);
-    const double l4x = rate("expand/lz4/" + c.name);
-    std::printf("%-8s %12zu %9.1f%% %9.1f%% %9.1f%% | %9.0f %9.0f %9.0f | %9.0f %9.0f %9.0f | %8.2f %8.2f\n",
-                c.name.c_str(), c.plain.size(), 100.0 * static_cast<double>(c.lzg.size()) / static_cast<double>(c.plain.size()),
-                100.0 * static_cast<double>(c.zlib.size()) / static_cast<double>(c.plain.size()),
-                100.0 * static_cast<double>(c.lz4.size()) / static_cast<double>(c.plain.size()), lc, zc, l4c, lx, zx, l4x,
-                zc > 0 ? lc / zc : 0.0, l4x > 0 ? lx / l4x : 0.0);
+    const std::size_t n = c.plain.size();
+    // Speed ratios are inverse time ratios (same bytes).
+    const quillbench::RatioStats cs = reporter.Ratio("compress/zlib1/" + c.name, "compress/lzg/" + c.name);
+    const quillbench::RatioStats xs = reporter.Ratio("expand/lz4/" + c.name, "expand/lzg/" + c.name);
+    char cbuf[32], xbuf[32];
+    std::snprintf(cbuf, sizeof cbuf, "%.2f [%.2f-%.2f]", cs.median, cs.low, cs.high);
+    std::snprintf(xbuf, sizeof xbuf, "%.2f [%.2f-%.2f]", xs.median, xs.low, xs.high);
+    std::printf("%-15s %6.1f %6.1f %6.1f | %6.0f %6.0f %6.0f | %6.0f %6.0f %6.0f | %-18s | %-18s | %s\n",
+                c.name.c_str(), pct(c.lzg.size(), n), pct(c.zlib.size(), n), pct(c.lz4.size(), n),
+                rate("compress/lzg/" + c.name, n), rate("compress/zlib1/" + c.name, n),
+                rate("compress/lz4/" + c.name, n), rate("expand/lzg/" + c.name, n),
+                rate("expand/zlib1/" + c.name, n), rate("expand/lz4/" + c.name, n), cbuf, xbuf,
+                c.origin.c_str());
   }
-  std::printf("(sizes as %% of the input; speeds in MB/s of plain data; c:lzg/z1 >= 1 and x:lzg/lz4 >= 0.5 are the targets)\n");
+  std::printf("(sizes in %% of the input; speeds in MB/s of plain data (median CPU time); ratios: median "
+              "[min-max] over repetitions; targets c >= 1, x >= 0.5)\n");
   benchmark::Shutdown();
   return 0;
 }
