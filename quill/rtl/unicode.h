@@ -6,10 +6,15 @@
 // converters and never raise: bytes that have no mapping become U+FFFD (to
 // UTF-16) or '?' (to 8-bit), as the system's converter substitutes them.
 // The five undefined bytes of code page 1252 (81 8D 8F 90 9D) decode to the C1
-// controls of the same number, as on Windows. A code page with no converter
-// passes ASCII through and treats every other byte or character as unmapped.
+// controls of the same number, as on Windows. ICU's IBM-flavoured tables
+// (437, 850, 852, 866, 932, ...) swap the controls 1A, 1C and 7F; here those
+// bytes are the ASCII controls of the same number, as on Windows. Code page
+// 65001 converts like Utf8ToUnicode/UnicodeToUtf8 (an unpaired surrogate
+// becomes U+FFFD, EF BF BD). A code page with no converter passes ASCII
+// through and treats every other byte or character as unmapped.
 // Converters are opened once per thread and code page; ASCII text on an
-// ASCII-compatible page is copied without calling ICU.
+// ASCII-compatible page is copied without calling ICU, and single-byte pages
+// convert through 256- and 65536-entry tables built once from ICU's own.
 #pragma once
 
 #include <string>
