@@ -2,10 +2,16 @@
 //
 // One include for the whole unit: the locale database (LocaleInfo and the
 // supported locales), English names, codes, reverse lookups, the locale
-// lists and tree, right-to-left detection and keyboard layouts.
+// lists and tree, right-to-left detection and keyboard layouts; code-page
+// conversion, character sets and sort keys.
+//
+//   #include <quill/locales/glocales.h>
+//   quill::Glocales::StrToWideByCodePage("\xC3\xA9", 65001);   // u"\u00E9"
 #pragma once
 
 #include "quill/frame/errors.h"
+#include "quill/locales/charsets.h"
+#include "quill/locales/codepages.h"
 #include "quill/locales/keyboard.h"
 #include "quill/locales/localecodes.h"
 #include "quill/locales/localeinfo.h"
@@ -14,3 +20,4 @@
 #include "quill/locales/localenames.h"
 #include "quill/locales/localetree.h"
 #include "quill/locales/middleeast.h"
+#include "quill/locales/sortkey.h"

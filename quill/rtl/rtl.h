@@ -11,6 +11,7 @@
 #include "quill/rtl/floatconv.h"
 #include "quill/rtl/format.h"
 #include "quill/rtl/formatsettings.h"
+#include "quill/rtl/getmem.h"
 #include "quill/rtl/intconv.h"
 #include "quill/rtl/localefacts.h"
 #include "quill/rtl/regfile.h"
