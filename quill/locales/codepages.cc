@@ -3,9 +3,9 @@
 #include <string>
 
 #include "quill/locales/internal/localesource.h"
+#include "quill/locales/localeinfo.h"
 #include "quill/rtl/internal/converter.h"
 #include "quill/rtl/intconv.h"
-#include "quill/rtl/localefacts.h"
 #include "quill/rtl/syslocale.h"
 #include "quill/rtl/unicode.h"
 #include "quill/strings/linebreaks.h"
@@ -14,14 +14,7 @@ namespace quill::Glocales {
 
 namespace internal {
 
-UnicodeString AnsiCodePageText(LCID Locale) {
-  // Read from the locale fact table; LocaleInfo(Locale,
-  // LOCALE_IDEFAULTANSICODEPAGE) answers the same once it exists.
-  const WinLocaleFact* fact = FindLocaleFact(ResolveLCID(Locale));
-  if (fact == nullptr) return UnicodeString();
-  const std::string digits = std::to_string(fact->ansi_cp);
-  return UnicodeString(digits.begin(), digits.end());
-}
+UnicodeString AnsiCodePageText(LCID Locale) { return LocaleInfo(Locale, LOCALE_IDEFAULTANSICODEPAGE); }
 
 int32_t CodePageFromText(const UnicodeString& Text) {
   if (Text.empty()) return static_cast<int32_t>(GetACP());

@@ -6,8 +6,8 @@
 namespace quill::Glocales::internal {
 
 // The text of LOCALE_IDEFAULTANSICODEPAGE for `Locale` ("1252"; "0" for a
-// locale that has only Unicode; "" when the locale is unknown). The one place
-// that knows where that text comes from.
+// locale that has only Unicode; "" when the locale is unknown), from
+// LocaleInfo. The one place that knows where that text comes from.
 [[nodiscard]] UnicodeString AnsiCodePageText(LCID Locale);
 
 // GetCodePageByLocale's reading of that text: GetACP() when empty, else the
