@@ -117,7 +117,7 @@ function(quill_link_library)
     EXPORT_NAME quill
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  target_link_libraries(quill23 PRIVATE ICU::uc ICU::i18n ICU::data Threads::Threads ${CMAKE_DL_LIBS})
+  target_link_libraries(quill23 PRIVATE ICU::uc ICU::i18n ICU::data SQLite::SQLite3 Threads::Threads ${CMAKE_DL_LIBS})
   target_include_directories(quill23 PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<BUILD_INTERFACE:${QUILL_GENERATED_DIR}>
@@ -135,7 +135,7 @@ function(quill_link_library)
 
   add_library(quill23_static STATIC ${objs})
   set_target_properties(quill23_static PROPERTIES OUTPUT_NAME quill23 EXPORT_NAME quill_static)
-  target_link_libraries(quill23_static PUBLIC ICU::uc ICU::i18n ICU::data Threads::Threads ${CMAKE_DL_LIBS})
+  target_link_libraries(quill23_static PUBLIC ICU::uc ICU::i18n ICU::data SQLite::SQLite3 Threads::Threads ${CMAKE_DL_LIBS})
   target_include_directories(quill23_static PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<BUILD_INTERFACE:${QUILL_GENERATED_DIR}>
