@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
   RegisterScannerCommands(app);
   RegisterCompressCommands(app);
   RegisterUtilsCommands(app);
+  RegisterHelpCommands(app);
 
   try {
     try {
