@@ -163,8 +163,12 @@ bool MemorySource::ReadAt(uint64_t offset, void* dst, size_t n) const {
   return true;
 }
 
-std::optional<std::vector<uint8_t>> FindVersionResource(const ByteSource& src) {
-  Image img(src);
+namespace {
+
+// Reads the headers and the section table into `img`; the address of the
+// resource directory (0 when the image has none), or nullopt when `img` is
+// no PE image.
+std::optional<uint32_t> ReadHeaders(Image& img) {
   std::array<uint8_t, 64> dos{};
   if (!img.Read(0, dos) || dos[0] != 'M' || dos[1] != 'Z') return std::nullopt;
   const uint64_t pe = Le32(&dos[0x3C]);
@@ -184,52 +188,98 @@ std::optional<std::vector<uint8_t>> FindVersionResource(const ByteSource& src) {
     default: return std::nullopt;
   }
   constexpr size_t kResourceDir = 2;
-  if (optional_size < dirs + (kResourceDir + 1) * 8) return std::nullopt;
-  if (Le32(&opt[dir_count_at]) <= kResourceDir) return std::nullopt;
+  if (optional_size < dirs + (kResourceDir + 1) * 8) return 0u;
+  if (Le32(&opt[dir_count_at]) <= kResourceDir) return 0u;
   const uint32_t res_rva = Le32(&opt[dirs + kResourceDir * 8]);
-  if (res_rva == 0) return std::nullopt;
+  if (res_rva == 0) return 0u;
 
   std::vector<uint8_t> table(static_cast<size_t>(section_count) * 40);
-  if (!img.Read(pe + 24 + optional_size, table)) return std::nullopt;
+  if (!img.Read(pe + 24 + optional_size, table)) return 0u;
   img.sections_.reserve(section_count);
   for (size_t i = 0; i < section_count; ++i) {
     const uint8_t* s = &table[i * 40];
     img.sections_.push_back({Le32(s + 12), Le32(s + 16), Le32(s + 20)});
   }
+  return res_rva;
+}
 
-  // Type level: the version type, which must be a subdirectory.
-  const auto types = ReadDirectory(img, res_rva);
+bool IsDir(const DirEntry& e) { return (e.offset & kSubdirectoryBit) != 0; }
+// Integer entries only: a name with the high bit set is a string.
+bool IsId(const DirEntry& e, uint32_t id) { return (e.name & kSubdirectoryBit) == 0 && e.name == id; }
+
+}  // namespace
+
+bool IsPeImage(const ByteSource& image) {
+  Image img(image);
+  return ReadHeaders(img).has_value();
+}
+
+std::optional<std::vector<uint8_t>> FindResource(const ByteSource& src, const ResourceQuery& query) {
+  Image img(src);
+  const std::optional<uint32_t> res_rva = ReadHeaders(img);
+  if (!res_rva || *res_rva == 0) return std::nullopt;
+
+  // Type level: the type, which must be a subdirectory.
+  const auto types = ReadDirectory(img, *res_rva);
   if (!types) return std::nullopt;
-  const auto type = std::find_if(types->begin(), types->end(), [](const DirEntry& e) {
-    return e.name == kRtVersion && (e.offset & kSubdirectoryBit) != 0;
-  });
+  const auto type = std::find_if(types->begin(), types->end(),
+                                 [&](const DirEntry& e) { return IsId(e, query.type) && IsDir(e); });
   if (type == types->end()) return std::nullopt;
 
-  // Name level: the resource numbered 1 when present, else the first.
-  const auto names = ReadDirectory(img, res_rva + (type->offset & ~kSubdirectoryBit));
+  // Name level: the name asked for, else the resource numbered 1 when
+  // present, else the first.
+  const auto names = ReadDirectory(img, *res_rva + (type->offset & ~kSubdirectoryBit));
   if (!names) return std::nullopt;
-  auto is_dir = [](const DirEntry& e) { return (e.offset & kSubdirectoryBit) != 0; };
-  auto name = std::find_if(names->begin(), names->end(),
-                           [&](const DirEntry& e) { return e.name == 1 && is_dir(e); });
-  if (name == names->end()) name = std::find_if(names->begin(), names->end(), is_dir);
+  const uint32_t wanted = query.name.value_or(1);
+  auto name = std::find_if(names->begin(), names->end(), [&](const DirEntry& e) { return IsId(e, wanted) && IsDir(e); });
+  if (name == names->end() && !query.name) name = std::find_if(names->begin(), names->end(), IsDir);
   if (name == names->end()) return std::nullopt;
 
-  // Language level: the first data entry.
-  const auto langs = ReadDirectory(img, res_rva + (name->offset & ~kSubdirectoryBit));
+  // Language level: the first preferred language present, else the first
+  // data entry.
+  const auto langs = ReadDirectory(img, *res_rva + (name->offset & ~kSubdirectoryBit));
   if (!langs) return std::nullopt;
-  const auto lang = std::find_if(langs->begin(), langs->end(),
-                                 [&](const DirEntry& e) { return !is_dir(e); });
+  auto lang = langs->end();
+  for (uint32_t l : query.languages) {
+    lang = std::find_if(langs->begin(), langs->end(), [&](const DirEntry& e) { return IsId(e, l) && !IsDir(e); });
+    if (lang != langs->end()) break;
+  }
+  if (lang == langs->end()) lang = std::find_if(langs->begin(), langs->end(), [](const DirEntry& e) { return !IsDir(e); });
   if (lang == langs->end()) return std::nullopt;
 
   std::array<uint8_t, 16> leaf{};
-  if (!img.ReadRva(static_cast<uint64_t>(res_rva) + lang->offset, leaf.data(), leaf.size()))
+  if (!img.ReadRva(static_cast<uint64_t>(*res_rva) + lang->offset, leaf.data(), leaf.size()))
     return std::nullopt;
   const uint32_t data_rva = Le32(&leaf[0]);
-  const uint32_t size = std::min(Le32(&leaf[4]), kMaxVersionBytes);
-  if (size < 6) return std::nullopt;
+  const uint32_t size = std::min(Le32(&leaf[4]), query.max_bytes);
   std::vector<uint8_t> data(size);
   if (!img.ReadRva(data_rva, data.data(), data.size())) return std::nullopt;
   return data;
+}
+
+std::optional<std::vector<uint8_t>> FindVersionResource(const ByteSource& src) {
+  ResourceQuery query;
+  query.type = kRtVersion;
+  query.max_bytes = kMaxVersionBytes;
+  std::optional<std::vector<uint8_t>> data = FindResource(src, query);
+  if (!data || data->size() < 6) return std::nullopt;
+  return data;
+}
+
+std::optional<std::u16string> StringTableEntry(std::span<const uint8_t> block, uint32_t index) {
+  size_t at = 0;
+  for (uint32_t i = 0; i < index; ++i) {
+    if (block.size() - at < 2) return std::nullopt;
+    at += 2 + 2 * static_cast<size_t>(Le16(&block[at]));
+    if (at > block.size()) return std::nullopt;
+  }
+  if (block.size() - at < 2) return std::nullopt;
+  const size_t length = Le16(&block[at]);
+  at += 2;
+  const size_t units = std::min(length, (block.size() - at) / 2);
+  std::u16string text(units, u'\0');
+  for (size_t i = 0; i < units; ++i) text[i] = static_cast<char16_t>(Le16(&block[at + 2 * i]));
+  return text;
 }
 
 std::optional<VersionBlock> VersionBlock::Parse(std::vector<uint8_t> data) {

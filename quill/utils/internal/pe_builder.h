@@ -1,9 +1,12 @@
-// Test and fuzz helper: builds small PE images with a version resource, byte
-// by byte, so that the reader can be checked against files whose every byte
-// is known.
+// Test and fuzz helper: builds small PE images with resources (a version
+// resource, string tables, any typed resource), byte by byte, so that the
+// reader can be checked against files whose every byte is known.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -145,6 +148,106 @@ inline Bytes PeImage(const Bytes& resource, PeOptions opt = {}) {
   Put32(img, sec + 12, section_rva);
   Put32(img, sec + 16, static_cast<uint32_t>(rsrc.size()));
   Put32(img, sec + 20, section_off);
+  img.insert(img.end(), rsrc.begin(), rsrc.end());
+  return img;
+}
+
+// One resource of a PE image: integer type, name and language, and its bytes.
+struct ResourceSpec {
+  uint32_t type;
+  uint32_t name;
+  uint32_t language;
+  Bytes data;
+};
+
+// A string-table block: 16 entries, each a 16-bit length and that many units.
+inline Bytes StringTableData(const std::array<std::u16string, 16>& strings) {
+  Bytes b;
+  for (const std::u16string& s : strings) {
+    Append16(b, static_cast<uint32_t>(s.size()));
+    for (char16_t c : s) Append16(b, c);
+  }
+  return b;
+}
+
+// A PE image like PeImage's whose resource directory holds every resource of
+// `resources` (types, names and languages in ascending order, as linkers
+// write them; the data after the directory, each on a 4-byte boundary).
+inline Bytes PeImageWithResources(const std::vector<ResourceSpec>& resources, bool pe32_plus = false) {
+  const uint32_t section_rva = 0x1000;
+  // type -> name -> language -> index into resources
+  std::map<uint32_t, std::map<uint32_t, std::map<uint32_t, size_t>>> tree;
+  for (size_t i = 0; i < resources.size(); ++i) {
+    tree[resources[i].type][resources[i].name][resources[i].language] = i;
+  }
+  // Lay out: root, then each type's directory, then each name's, then the
+  // data entries, then the data.
+  auto dir_size = [](size_t entries) { return static_cast<uint32_t>(16 + 8 * entries); };
+  uint32_t at = dir_size(tree.size());
+  std::map<uint32_t, uint32_t> type_at;
+  std::map<std::pair<uint32_t, uint32_t>, uint32_t> name_at;
+  for (auto& [type, names] : tree) {
+    type_at[type] = at;
+    at += dir_size(names.size());
+  }
+  for (auto& [type, names] : tree) {
+    for (auto& [name, langs] : names) {
+      name_at[{type, name}] = at;
+      at += dir_size(langs.size());
+    }
+  }
+  std::vector<uint32_t> leaf_at(resources.size());
+  for (auto& [type, names] : tree)
+    for (auto& [name, langs] : names)
+      for (auto& [lang, index] : langs) {
+        leaf_at[index] = at;
+        at += 16;
+      }
+  std::vector<uint32_t> data_at(resources.size());
+  for (size_t i = 0; i < resources.size(); ++i) {
+    at = (at + 3) & ~3u;
+    data_at[i] = at;
+    at += static_cast<uint32_t>(resources[i].data.size());
+  }
+  Bytes rsrc(at, 0);
+  auto dir = [&](uint32_t off, size_t ids) { Put16(rsrc, off + 14, static_cast<uint32_t>(ids)); };
+  dir(0, tree.size());
+  uint32_t e = 16;
+  for (auto& [type, names] : tree) {
+    Put32(rsrc, e, type);
+    Put32(rsrc, e + 4, 0x80000000u | type_at[type]);
+    e += 8;
+    dir(type_at[type], names.size());
+    uint32_t ne = type_at[type] + 16;
+    for (auto& [name, langs] : names) {
+      const uint32_t nat = name_at[{type, name}];
+      Put32(rsrc, ne, name);
+      Put32(rsrc, ne + 4, 0x80000000u | nat);
+      ne += 8;
+      dir(nat, langs.size());
+      uint32_t le = nat + 16;
+      for (auto& [lang, index] : langs) {
+        Put32(rsrc, le, lang);
+        Put32(rsrc, le + 4, leaf_at[index]);
+        le += 8;
+        Put32(rsrc, leaf_at[index], section_rva + data_at[index]);
+        Put32(rsrc, leaf_at[index] + 4, static_cast<uint32_t>(resources[index].data.size()));
+        std::copy(resources[index].data.begin(), resources[index].data.end(), rsrc.begin() + data_at[index]);
+      }
+    }
+  }
+  // Reuse PeImage's headers: build an image around an empty resource, then
+  // put this directory in its place.
+  PeOptions opt;
+  opt.pe32_plus = pe32_plus;
+  Bytes img = PeImage({}, opt);
+  img.resize(0x200);
+  const size_t oh = 0x44 + 20;
+  const size_t dirs = oh + (pe32_plus ? 112 : 96);
+  Put32(img, dirs + 20, static_cast<uint32_t>(rsrc.size()));
+  const size_t sec = oh + (pe32_plus ? 240 : 224);
+  Put32(img, sec + 8, static_cast<uint32_t>(rsrc.size()));
+  Put32(img, sec + 16, static_cast<uint32_t>(rsrc.size()));
   img.insert(img.end(), rsrc.begin(), rsrc.end());
   return img;
 }

@@ -1,12 +1,13 @@
-// A bounds-checked reader of version resources in PE files.
+// A bounds-checked reader of resources in PE files.
 //
-// FindVersionResource walks the DOS and PE headers, the section table and
-// the three levels of the resource directory (type 16, first name, first
-// language) and returns the bytes of the version resource. VersionBlock then
-// answers path queries over the nested blocks of that resource
-// ("\\StringFileInfo\\040904B0\\CompanyName"). Every offset and length read
-// from the data is checked against the bytes actually present; nothing is
-// read outside them.
+// FindResource walks the DOS and PE headers, the section table and the three
+// levels of the resource directory (type, name, language) and returns the
+// bytes of one resource. FindVersionResource and StringTableEntry build on it:
+// VersionBlock answers path queries over the nested blocks of a version
+// resource ("\\StringFileInfo\\040904B0\\CompanyName"); StringTableEntry reads
+// one string of a string-table block. Every offset and length read from the
+// data is checked against the bytes actually present; nothing is read
+// outside them.
 #pragma once
 
 #include <cstddef>
@@ -44,6 +45,40 @@ class MemorySource final : public ByteSource {
  private:
   std::span<const uint8_t> bytes_;
 };
+
+// Which resource FindResource looks for. Only integer names and languages
+// are matched (named entries are passed over).
+struct ResourceQuery {
+  uint32_t type = 0;
+  // The name; nullopt: the resource named 1 when there is one, else the first.
+  std::optional<uint32_t> name;
+  // Languages in order of preference; when none of them is there (or the
+  // list is empty), the first language entry.
+  std::vector<uint32_t> languages;
+  // Longer resources are cut to this many bytes.
+  uint32_t max_bytes = 0x10000;
+};
+
+// The bytes of the resource `query` names, or nullopt when the image is no
+// PE file, has no such resource, or any structure on the way is cut short or
+// points outside the image.
+[[nodiscard]] std::optional<std::vector<uint8_t>> FindResource(const ByteSource& image,
+                                                               const ResourceQuery& query);
+
+// True when `image` starts with the DOS and PE headers and a known optional
+// header (32- or 64-bit), whether or not it has resources.
+[[nodiscard]] bool IsPeImage(const ByteSource& image);
+
+// String tables: the resource type, and the block holding string `id`
+// (16 strings per block, numbered from 1).
+inline constexpr uint32_t kRtString = 6;
+[[nodiscard]] constexpr uint32_t StringTableBlock(uint32_t id) { return ((id >> 4) & 0xFFFF) + 1; }
+
+// String `index` (0..15) of a string-table block: 16 entries, each a 16-bit
+// length followed by that many UTF-16 units. nullopt when the entries before
+// it run past the end of the block; a string cut short by the end of the
+// block gives the units that are there.
+[[nodiscard]] std::optional<std::u16string> StringTableEntry(std::span<const uint8_t> block, uint32_t index);
 
 // The bytes of the first version resource of the PE image, or nullopt when
 // the image is no PE file, has none, or any structure on the way is cut
