@@ -9,7 +9,12 @@
 // follows the file extension (.pas .pp .dpr .inc: pascal; .c .h .cc .cpp .hpp
 // .cxx: c; .sql: sql; .pl .pm: perl); anything else, standard input
 // included, is read in the scanner's default Pascal style.
+#include <malloc.h>
+
 #include <algorithm>
+#include <cstring>
+#include <vector>
+#include <string_view>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -21,7 +26,9 @@
 #include "quill/rtl/exception.h"
 #include "quill/rtl/unicode.h"
 #include "quill/scanner/gscanner.h"
+#include "quill/strings/gstrings.h"
 #include "tools/quill/commands.h"
+#include "tools/quill/io.h"
 
 namespace quilltool {
 namespace {
@@ -30,6 +37,8 @@ using quill::Gscanner::TGScanner;
 using quill::Gscanner::TGToken;
 using quill::Gscanner::TGTokenType;
 using quill::Gscanner::TSourceStyle;
+using quill::TStringList;
+using quill::UnicodeString;
 
 const char* TypeName(TGTokenType t) {
   static const char* const names[] = {"ttUnknown",  "ttIdent",    "ttReservedWord", "ttSeparator",
@@ -62,97 +71,382 @@ TSourceStyle StyleByExtension(const std::string& file) {
   return quill::Gscanner::ssPascal;
 }
 
-// The token text for the tab-separated form: control characters, backslash
-// and tab escaped, the rest in UTF-8.
-std::string PlainText(const quill::UnicodeString& s) {
-  std::string out;
-  for (char16_t c : s) {
-    switch (c) {
-      case u'\\': out += "\\\\"; break;
-      case u'\t': out += "\\t"; break;
-      case u'\r': out += "\\r"; break;
-      case u'\n': out += "\\n"; break;
-      default:
-        if (c < 32 || c == 127) {
-          char buf[8];
-          std::snprintf(buf, sizeof buf, "\\x%02X", static_cast<unsigned>(c));
-          out += buf;
-        } else {
-          out += quill::UnicodeToUtf8(std::u16string_view(&c, 1));
-        }
-    }
+struct TokenFields {
+  TGTokenType TokType;
+  int64_t TokLine;
+  int32_t TokStart, TokEnd;
+  int64_t TokPos;
+  const UnicodeString& RealStr;
+  bool TokLocalize;
+};
+
+// Writes `v` (not negative) in decimal at `p`; returns the end. Two digits
+// at a time, no library calls: four numbers go out per token.
+inline char* PutUInt(char* p, uint64_t v) {
+  static constexpr char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  int n = 1;
+  for (uint64_t x = v; x >= 10; x /= 10) ++n;
+  char* e = p + n;
+  while (v >= 100) {
+    const unsigned k = static_cast<unsigned>(v % 100) * 2;
+    v /= 100;
+    *--e = kPairs[k + 1];
+    *--e = kPairs[k];
   }
-  return out;
+  if (v >= 10) {
+    *--e = kPairs[v * 2 + 1];
+    *--e = kPairs[v * 2];
+  } else {
+    *--e = static_cast<char>('0' + v);
+  }
+  return p + n;
 }
 
-// The token text as a JSON string body.
-std::string JsonText(const quill::UnicodeString& s) {
-  std::string out;
-  for (char16_t c : s) {
-    switch (c) {
-      case u'"': out += "\\\""; break;
-      case u'\\': out += "\\\\"; break;
-      case u'\t': out += "\\t"; break;
-      case u'\r': out += "\\r"; break;
-      case u'\n': out += "\\n"; break;
-      default:
-        if (c < 32 || c == 127 || (c >= 0xD800 && c <= 0xDFFF)) {
-          char buf[8];
-          std::snprintf(buf, sizeof buf, "\\u%04X", static_cast<unsigned>(c));
-          out += buf;
-        } else {
-          out += quill::UnicodeToUtf8(std::u16string_view(&c, 1));
-        }
-    }
+inline char* PutInt(char* p, int64_t v) {
+  if (v < 0) {
+    *p++ = '-';
+    return PutUInt(p, static_cast<uint64_t>(0) - static_cast<uint64_t>(v));
   }
-  return out;
+  return PutUInt(p, static_cast<uint64_t>(v));
+}
+
+// Short texts byte by byte: cheaper than a call to memcpy.
+inline char* PutStr(char* p, std::string_view s) {
+  for (char c : s) *p++ = c;
+  return p;
+}
+
+// The output of `tokens`, formatted straight into a large buffer that goes to
+// the checked standard output whenever it fills.
+class TokenWriter {
+ public:
+  TokenWriter() : buf_(kSize) {}
+  ~TokenWriter() = default;
+
+  // One line for a token; `line_base` and `pos_base` place a piece of the
+  // source in the whole file.
+  void Put(const TokenFields& t, int64_t line_base, int64_t pos_base, bool json) {
+    // Room for the numbers and names, and for the text at its longest (a
+    // \u escape is six bytes per UTF-16 unit).
+    const size_t need = 160 + t.RealStr.size() * 6;
+    if (kSize - used_ < need) Drain();
+    if (need > kSize) buf_.resize(need);
+    char* p = buf_.data() + used_;
+    if (json) {
+      p = PutStr(p, "{\"line\":");
+      p = PutInt(p, line_base + t.TokLine);
+      p = PutStr(p, ",\"start\":");
+      p = PutInt(p, t.TokStart);
+      p = PutStr(p, ",\"end\":");
+      p = PutInt(p, t.TokEnd);
+      p = PutStr(p, ",\"pos\":");
+      p = PutInt(p, pos_base + t.TokPos);
+      p = PutStr(p, ",\"type\":\"");
+      p = PutStr(p, TypeName(t.TokType));
+      p = PutStr(p, "\",\"text\":\"");
+      p = PutText(p, t.RealStr, true);
+      p = PutStr(p, t.TokLocalize ? "\",\"localize\":true}\n" : "\",\"localize\":false}\n");
+    } else {
+      p = PutInt(p, line_base + t.TokLine);
+      *p++ = '\t';
+      p = PutInt(p, t.TokStart);
+      *p++ = '\t';
+      p = PutInt(p, t.TokEnd);
+      *p++ = '\t';
+      p = PutInt(p, pos_base + t.TokPos);
+      *p++ = '\t';
+      p = PutStr(p, TypeName(t.TokType));
+      *p++ = '\t';
+      p = PutText(p, t.RealStr, false);
+      *p++ = '\n';
+    }
+    used_ = static_cast<size_t>(p - buf_.data());
+  }
+
+  // Everything so far to standard output; throws when it cannot be written.
+  void Drain() {
+    Stdout().write(buf_.data(), static_cast<std::streamsize>(used_));
+    used_ = 0;
+    CheckStdout();
+  }
+  [[nodiscard]] std::string_view Text() const { return {buf_.data(), used_}; }
+
+ private:
+  static constexpr size_t kSize = size_t{1} << 18;
+
+  // The token text: a JSON string body when `json`, else the tab-separated
+  // form (backslash, tab, CR, LF and other control characters escaped); the
+  // rest in UTF-8.
+  static char* PutText(char* p, std::u16string_view s, bool json) {
+    for (size_t i = 0; i < s.size(); ++i) {
+      const char16_t c = s[i];
+      if (c >= 32 && c < 127 && c != u'\\' && (c != u'"' || !json)) {
+        *p++ = static_cast<char>(c);
+        continue;
+      }
+      switch (c) {
+        case u'\\': p = PutStr(p, "\\\\"); continue;
+        case u'"': p = PutStr(p, "\\\""); continue;
+        case u'\t': p = PutStr(p, "\\t"); continue;
+        case u'\r': p = PutStr(p, "\\r"); continue;
+        case u'\n': p = PutStr(p, "\\n"); continue;
+        default: break;
+      }
+      if (c < 32 || c == 127 || (json && c >= 0xD800 && c <= 0xDFFF)) {
+        char e[8];
+        std::snprintf(e, sizeof e, json ? "\\u%04X" : "\\x%02X", static_cast<unsigned>(c));
+        p = PutStr(p, e);
+        continue;
+      }
+      // A run of other characters in UTF-8 (at most three bytes per unit).
+      size_t j = i + 1;
+      while (j < s.size() && s[j] >= 128 && !(json && s[j] >= 0xD800 && s[j] <= 0xDFFF)) ++j;
+      p = PutStr(p, quill::UnicodeToUtf8(s.substr(i, j - i)));
+      i = j - 1;
+    }
+    return p;
+  }
+
+  std::vector<char> buf_;
+  size_t used_ = 0;
+};
+
+TokenFields FieldsOf(const TGToken& t) {
+  return {t.TokType, t.TokLine, t.TokStart, t.TokEnd, t.TokPos, t.RealStr, t.TokLocalize};
 }
 
 void PrintToken(std::ostream& out, const TGToken& t, bool json) {
-  if (json) {
-    out << "{\"line\":" << t.TokLine << ",\"start\":" << t.TokStart << ",\"end\":" << t.TokEnd
-        << ",\"pos\":" << t.TokPos << ",\"type\":\"" << TypeName(t.TokType) << "\",\"text\":\""
-        << JsonText(t.RealStr) << "\",\"localize\":" << (t.TokLocalize ? "true" : "false") << "}\n";
-  } else {
-    out << t.TokLine << '\t' << t.TokStart << '\t' << t.TokEnd << '\t' << t.TokPos << '\t'
-        << TypeName(t.TokType) << '\t' << PlainText(t.RealStr) << '\n';
-  }
+  TokenWriter w;
+  w.Put(FieldsOf(t), 0, 0, json);
+  out << w.Text();
 }
 
-// Loads FILE, or standard input for "-", into the scanner's source.
-void LoadSource(TGScanner& sc, const std::string& file) {
-  if (file != "-") {
-    sc.Source().LoadFromFile(file);
-    return;
+// The scanner with a look at the blanks and comments after a position, using
+// its own comment tests, so the tool sees comments exactly as the walk does.
+class GapScanner : public TGScanner {
+ public:
+  // From line `line`, 1-based column `col` of Source, skips blanks and
+  // comments to the next token. Returns that position in `at_line`/`at_col`
+  // and false; or true, with the opener's position, when the source ends
+  // inside a block comment; a position past the end when nothing follows.
+  bool SkipGap(int32_t line, int32_t col, int32_t& at_line, int32_t& at_col) {
+    const TStringList& src = Source();
+    int32_t i = col < 1 ? 1 : col;
+    for (int32_t l = line; l < src.Count(); ++l, i = 1) {
+      const UnicodeString& s = src.Get(l);
+      const int32_t n = static_cast<int32_t>(s.size());
+      while (i <= n) {
+        if (isLineComment(s, i)) break;
+        UnicodeString closer;
+        if (isBlockComment(s, i, closer)) {
+          int32_t cl = l;
+          size_t found = closer.empty() ? std::u16string::npos : s.find(closer, static_cast<size_t>(i));
+          while (found == std::u16string::npos) {
+            if (++cl >= src.Count()) {
+              at_line = l;
+              at_col = i;
+              return true;
+            }
+            found = src.Get(cl).find(closer);
+          }
+          if (cl != l) {
+            // Continue on the closer's line.
+            l = cl;
+            i = static_cast<int32_t>(found + closer.size()) + 1;
+            return SkipGap(l, i, at_line, at_col);
+          }
+          i = static_cast<int32_t>(found + closer.size()) + 1;
+          continue;
+        }
+        if (!quill::Gstrings::IsSpace(s[static_cast<size_t>(i) - 1])) {
+          at_line = l;
+          at_col = i;
+          return false;
+        }
+        ++i;
+      }
+    }
+    at_line = src.Count();
+    at_col = 1;
+    return false;
   }
-  std::string bytes((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
-  if (bytes.rfind("\xEF\xBB\xBF", 0) == 0) bytes.erase(0, 3);
-  sc.Source().SetText(quill::Utf8ToUnicode(bytes));
-}
+};
 
+// Splits bytes into lines the way TStrings::SetText does (CR, LF and CR LF
+// end a line; a final break adds no empty line) and reads a file piece by
+// piece: the scanner never holds more than a piece of the source.
+class LineReader {
+ public:
+  explicit LineReader(InputFile& in) : in_(in) {}
+
+  // Stores the next complete lines, about `budget` bytes of them, as UTF-16
+  // in `lines` from index `used` on (reusing the strings already there),
+  // advancing `used`; false at the end of the input.
+  bool Next(TStringList& lines, int32_t& used, size_t budget) {
+    if (done_ && buf_.empty()) return false;
+    if (!done_ && buf_.size() < budget) {
+      const size_t old = buf_.size();
+      buf_.resize(budget + (size_t{1} << 16));
+      size_t have = old;
+      while (have < budget) {
+        const size_t got = in_.Read(buf_.data() + have, buf_.size() - have);
+        if (got == 0) {
+          done_ = true;
+          break;
+        }
+        have += got;
+      }
+      buf_.resize(have);
+    }
+    if (first_ && (done_ || buf_.size() >= 3)) {
+      if (buf_.compare(0, 3, "\xEF\xBB\xBF") == 0) buf_.erase(0, 3);
+      first_ = false;
+    }
+    // Complete lines only, unless the input ended; a CR last in the buffer
+    // may be the first half of CR LF.
+    size_t cut = buf_.size();
+    if (!done_) {
+      while (cut > 0 && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
+      if (cut > 0 && buf_[cut - 1] == '\r' && cut == buf_.size()) {
+        --cut;
+        while (cut > 0 && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
+      }
+      if (cut == 0) return true;  // one long line so far: read on
+    }
+    const char* const data = buf_.data();
+    size_t pos = 0;
+    while (pos < cut) {
+      size_t e = pos;
+      while (e < cut && data[e] != '\n' && data[e] != '\r') ++e;
+      StoreLine(lines, used++, std::string_view(data + pos, e - pos));
+      pos = e;
+      if (pos < cut && data[pos] == '\r') ++pos;
+      if (pos < cut && data[pos] == '\n') ++pos;
+    }
+    buf_.erase(0, cut);
+    return true;
+  }
+
+ private:
+  // Line `index` of `lines` becomes `bytes` in UTF-16, reusing the string's
+  // memory when the line exists already.
+  void StoreLine(TStringList& lines, int32_t index, std::string_view bytes) {
+    wide_.resize(bytes.size());
+    unsigned char any = 0;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+      any |= static_cast<unsigned char>(bytes[i]);
+      wide_[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[i]));
+    }
+    if (any >= 128) wide_ = quill::Utf8ToUnicode(bytes);
+    if (index < lines.Count()) {
+      lines.Put(index, wide_);
+    } else {
+      lines.Add(wide_);
+    }
+  }
+
+  InputFile& in_;
+  std::string buf_;
+  UnicodeString wide_;
+  bool done_ = false;
+  bool first_ = true;
+};
+
+// Walks FILE piece by piece (a few MB of lines at a time), printing each
+// token with its line and offset in the whole file. A piece that ends inside
+// a block comment is carried into the next one from the comment's opener on.
 int RunTokens(const std::string& file, const std::string& style_name, bool json) {
   TSourceStyle style = StyleByExtension(file);
   if (!style_name.empty() && !StyleByName(style_name, style)) {
-    std::cerr << "quill tokens: unknown style \"" << style_name << "\" (pascal, c, sql, perl, none)\n";
-    return 2;
+    throw ToolError(kExitUsage, "tokens: unknown style \"" + style_name + "\" (pascal, c, sql, perl, none)");
   }
-  TGScanner sc;
+  InputFile in(file);
+  LineReader reader(in);
+  GapScanner sc;
   sc.SetSourceStyle(style);
-  try {
-    LoadSource(sc, file);
-    // The walk stops at the end of the source, not at the extra empty token
-    // that a source of ten tokens or fewer presents before it.
-    sc.FirstToken();
-    for (; !sc.EOS(); sc.NextToken()) {
-      const TGToken t = sc.GetToken(0);
-      if (t == TGToken{}) continue;
-      PrintToken(std::cout, t, json);
+  TokenWriter out;
+
+  constexpr size_t kPiece = size_t{1} << 20;
+  int64_t line_base = 0;  // the whole file's line number of Source line 0
+  int64_t pos_base = 0;   // the whole file's offset of Source line 0
+  TStringList carry;      // lines carried over (from an open block comment)
+  for (;;) {
+    TStringList& src = sc.Source();
+    int32_t used = 0;
+    for (int32_t i = 0; i < carry.Count(); ++i) {
+      if (used < src.Count()) {
+        src.Put(used++, carry.Get(i));
+      } else {
+        src.Add(carry.Get(i));
+        ++used;
+      }
     }
-  } catch (const quill::Exception& e) {
-    std::cout.flush();
-    std::cerr << "quill tokens: " << e.what() << '\n';
-    return 1;
+    carry.Clear();
+    const bool more = reader.Next(src, used, kPiece);
+    while (src.Count() > used) src.Delete(src.Count() - 1);
+    if (!more && used == 0) break;
+
+    // Slots of an earlier piece must not pass for this piece's tokens when
+    // the first scan fails.
+    for (int32_t k = 0; k <= 10; ++k) sc.SetToken(k, TGToken{});
+    int32_t last_line = 0, last_end = 1;  // where scanning resumed after the last token
+    try {
+      sc.FirstToken();
+      for (; !sc.EOS(); sc.NextToken()) {
+        if (sc.TokStart() == 0) continue;  // the empty token of a short source
+        if (json) {
+          // Only the whole token tells its localize state.
+          const TGToken t = sc.GetToken(0);
+          out.Put(FieldsOf(t), line_base, pos_base, true);
+        } else {
+          const UnicodeString text = sc.RealStr();
+          out.Put({sc.TokType(), sc.TokLine(), sc.TokStart(), sc.TokEnd(), sc.TokPos(), text, false}, line_base,
+                  pos_base, false);
+        }
+        last_line = sc.TokLine();
+        last_end = sc.TokEnd();
+      }
+    } catch (const quill::Exception& e) {
+      out.Drain();
+      // The failing token starts after the last one scanned (the furthest
+      // slot of the queue).
+      int32_t l = last_line, c = last_end;
+      for (int32_t k = 0; k <= 10; ++k) {
+        const TGToken t = sc.GetToken(k);
+        if (t.TokStart != 0 && (t.TokLine > l || (t.TokLine == l && t.TokEnd > c))) {
+          l = t.TokLine;
+          c = t.TokEnd;
+        }
+      }
+      int32_t at_line = l, at_col = c;
+      sc.SkipGap(l, c, at_line, at_col);
+      throw ToolError(kExitDataError, in.Name() + ":" + std::to_string(line_base + at_line + 1) + ":" +
+                                          std::to_string(at_col) + ": " + e.what());
+    }
+
+    int32_t open_line = 0, open_col = 0;
+    const bool open = sc.SkipGap(last_line, last_end, open_line, open_col);
+    if (open && more) {
+      // Rescan from the opener with the next piece; what stands before it on
+      // its line was printed already and becomes blanks (columns stay).
+      for (int32_t l = open_line; l < src.Count(); ++l) carry.Add(src.Get(l));
+      UnicodeString first = carry.Get(0);
+      for (int32_t k = 0; k < open_col - 1; ++k) first[static_cast<size_t>(k)] = u' ';
+      carry.Put(0, first);
+    } else if (open) {
+      out.Drain();
+      std::cerr << "quill: " << in.Name() << ":" << line_base + open_line + 1 << ":" << open_col
+                << ": warning: unterminated block comment: the rest of the file is skipped\n";
+    }
+    const int32_t done_lines = open && more ? open_line : src.Count();
+    for (int32_t l = 0; l < done_lines; ++l) pos_base += static_cast<int64_t>(src.Get(l).size()) + 2;
+    line_base += done_lines;
+    if (!more) break;
   }
+  out.Drain();
   return 0;
 }
 
@@ -164,8 +458,24 @@ void RegisterScannerCommands(CLI::App& app) {
   static std::string style;
   static bool json = false;
   tokens->add_option("FILE", file, "Source file, or - for standard input")->required();
-  tokens->add_option("--style", style, "pascal, c, sql, perl or none (default: from the file extension)");
-  tokens->add_flag("--json", json, "One JSON object per token");
+  tokens->add_option("--style", style,
+                     "pascal, c, sql, perl or none (default: from the file extension; see below)");
+  tokens->add_flag("--json", json, "One JSON object per token, with the same fields and a localize flag");
+  tokens->footer(
+      "Columns (tab-separated): LINE START END POS TYPE TEXT\n"
+      "  LINE   line of the token, 0-based (the first line is 0)\n"
+      "  START  column of the token's first character, 1-based, in UTF-16 code units\n"
+      "  END    1-based column where scanning resumes after the token (normally one past its last\n"
+      "         character)\n"
+      "  POS    offset of the first character in the whole file, 0-based, in UTF-16 code units,\n"
+      "         counting every line break as two characters\n"
+      "  TYPE   ttIdent, ttReservedWord, ttSeparator, ttChar, ttString, ttNumber, ttUnknown, ...\n"
+      "  TEXT   the text as scanned (for strings and characters the decoded value), with \\\\, \\t,\n"
+      "         \\r, \\n and \\xNN escapes\n"
+      "Style by extension: .pas .pp .dpr .inc pascal; .c .h .cc .cpp .hpp .cxx c; .sql sql; .pl .pm perl.\n"
+      "Standard input and every other extension are read as Pascal; --style chooses another.\n"
+      "Errors name FILE:LINE:COL (line and column 1-based). A block comment that is never closed\n"
+      "gives a warning. Exit status: 0 done, 1 file or token error, 2 usage error.");
   tokens->callback([] { ExitStatus() = RunTokens(file, style, json); });
 }
 

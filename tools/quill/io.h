@@ -49,3 +49,82 @@ void FlushStdout();
 std::string ErrorText(int err);
 
 }  // namespace quilltool
+
+namespace quilltool {
+
+// A file read from start to end, or standard input for "-". Reads go on until
+// the system reports the end, whatever size it gave for the file (files in
+// /proc and /sys report 0 or a wrong size).
+class InputFile {
+ public:
+  // Opens `name`. Throws ToolError(kExitDataError, ...) when it cannot be
+  // opened, is a directory, or (for "-") standard input is closed.
+  explicit InputFile(const std::string& name);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  // Reads up to `n` bytes; 0 only at the end. A read error throws
+  // ToolError(kExitDataError, "cannot read NAME: REASON").
+  size_t Read(void* buffer, size_t n);
+  // Reads everything left.
+  std::string ReadAll();
+  // Bytes read so far.
+  [[nodiscard]] int64_t Consumed() const { return consumed_; }
+  // The size a regular file reports (a guide for progress only), else -1.
+  [[nodiscard]] int64_t SizeHint() const { return size_hint_; }
+  // The name for messages: the file name, or "standard input".
+  [[nodiscard]] const std::string& Name() const { return display_; }
+
+ private:
+  int fd_ = -1;
+  bool owned_ = false;
+  int64_t consumed_ = 0;
+  int64_t size_hint_ = -1;
+  std::string display_;
+};
+
+// An output file, or standard output for "-", written so that nothing is
+// lost or damaged:
+// - a regular file is written to a new temporary file in the same folder
+//   (".quill-XXXXXX", created exclusively) which replaces it on Commit(); an
+//   existing file keeps its mode (and its owner when the system allows); a
+//   file with more than one hard link is rewritten in place on Commit(), so
+//   that every link sees the new contents;
+// - a symbolic link is followed: its target is the file written, the link
+//   stays;
+// - anything else that exists (a device such as /dev/null, a FIFO, a
+//   socket) is opened and written directly, never replaced;
+// - an existing file without write permission (for anyone, or for the
+//   caller) is refused unless `force`;
+// - the temporary file is removed when the object is destroyed without
+//   Commit(), and on SIGINT, SIGTERM and SIGHUP.
+// Every failure throws ToolError naming the file and the reason.
+class OutputFile {
+ public:
+  OutputFile(const std::string& name, bool force);
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void Write(const void* buffer, size_t n);
+  // Finishes the file: flushes, closes and moves it into place.
+  void Commit();
+  [[nodiscard]] const std::string& Name() const { return display_; }
+
+ private:
+  void Abandon() noexcept;
+
+  std::string display_;  // the name as given, for messages
+  std::string target_;   // the file finally written (symbolic links resolved)
+  std::string temp_;     // the temporary file, when one is used
+  int fd_ = -1;
+  bool to_stdout_ = false;
+  bool in_place_copy_ = false;  // hard-linked target: copy over it on Commit()
+  bool committed_ = false;
+  bool had_target_ = false;
+  unsigned target_mode_ = 0;
+  unsigned target_uid_ = 0, target_gid_ = 0;
+};
+
+}  // namespace quilltool

@@ -12,6 +12,9 @@
 #   expect_empty_out    standard output was empty
 #   fail MESSAGE        fails the case;  skip MESSAGE skips it (exit 77)
 #   need_root / need_nonroot   skip unless running as (not as) root
+#   at_exit COMMAND     runs COMMAND (eval) when the case ends, pass or fail
+#   sample_lzg FILE     writes the compressed lzg-sample.txt to FILE
+#   numbers FILE N      writes the numbers 1..N, one a line, to FILE
 
 fail() { echo "FAIL: $*" >&2; exit 1; }
 skip() { echo "SKIP: $*" >&2; exit 77; }
@@ -46,3 +49,6 @@ expect_empty_out() {
 }
 need_root() { [ "$(id -u)" -eq 0 ] || skip "needs root"; }
 need_nonroot() { [ "$(id -u)" -ne 0 ] || skip "root ignores file permissions"; }
+at_exit() { cleanups+=("$1"); }
+sample_lzg() { "$QUILL" lzg compress "$SAMPLES/lzg-sample.txt" "$1"; }
+numbers() { seq 1 "$2" >"$1"; }

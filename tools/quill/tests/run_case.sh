@@ -13,7 +13,9 @@ name=$2
 TMPDIR=$(mktemp -d "${QUILL_TEST_TMP:-/tmp}/quill-tool-$name.XXXXXX")
 export TMPDIR QUILL SAMPLES
 # Cases may leave write-protected files or folders behind on purpose.
-trap 'chmod -R u+rwx "$TMPDIR" 2>/dev/null; rm -rf "$TMPDIR"' EXIT
+# Cleanups registered with at_exit (lib.sh) run first.
+cleanups=()
+trap 'for c in "${cleanups[@]}"; do eval "$c" || true; done; chmod -R u+rwx "$TMPDIR" 2>/dev/null; rm -rf "$TMPDIR"' EXIT
 cd "$TMPDIR"
 # shellcheck source=lib.sh
 source "$(dirname "$0")/lib.sh"

@@ -1,0 +1,99 @@
+# quill tokens: errors with FILE:LINE:COL, the columns documented, a warning
+# for a block comment never closed, big files read in pieces, speed and memory.
+
+# A Pascal source of about MB megabytes: the demo sample again and again.
+pascal_file() {
+  : >"$1"
+  local unit
+  unit=$(cat "$SAMPLES/scanner-demo.pas")
+  local block="" i
+  for i in $(seq 1 50); do block+="$unit"$'\n'; done
+  printf '%s' "$block" >block.pas
+  while [ "$(stat -c %s "$1")" -lt $(($2 * 1000000)) ]; do cat block.pas >>"$1"; done
+  rm block.pas
+}
+
+case_tokens_error_position() {
+  printf 'x := 1;\n  y := #65536;\n' >e.pas
+  run "$QUILL" tokens e.pas
+  expect_status 1
+  expect_err '^quill: e\.pas:2:8: "#65536" not a character$'
+  printf 'int a;\nchar *s = "ab\\8";\n' >e.c
+  run "$QUILL" tokens e.c
+  expect_status 1
+  expect_err '^quill: e\.c:2:11: 8 is not an oct digit$'
+  # Standard input is named as such.
+  set +e
+  printf 'a\n\n   #70000\n' | "$QUILL" tokens - >/dev/null 2>"$TMPDIR/.err"
+  status=$?
+  set -e
+  err=$(cat "$TMPDIR/.err")
+  expect_status 1
+  expect_err '^quill: standard input:3:4: "#70000" not a character$'
+}
+
+case_tokens_unterminated_comment() {
+  printf 'x := 1; { open\ncomment\n' >u.pas
+  run "$QUILL" tokens u.pas
+  expect_status 0
+  expect_err '^quill: u\.pas:1:9: warning: unterminated block comment'
+  expect_out $'^0\t7\t8\t6\tttSeparator\t;$'
+  # A closed comment gives no warning.
+  printf 'x := 1; { closed\n} y\n' >c.pas
+  run "$QUILL" tokens c.pas
+  expect_status 0
+  expect_no_err warning
+}
+
+case_tokens_help_columns() {
+  run "$QUILL" tokens --help
+  expect_status 0
+  expect_out "LINE +line of the token, 0-based"
+  expect_out "START +column of the token's first character, 1-based"
+  expect_out "POS +offset of the first character in the whole file, 0-based"
+  expect_out "Standard input and every other extension are read as Pascal"
+}
+
+# A file of several pieces: multi-line comments across the piece borders do
+# not disturb lines and offsets.
+case_tokens_big_file_positions() {
+  n=90000
+  awk -v n=$n 'BEGIN { for (i = 0; i < n; i++) printf "x := 1; { a\nb }\n" }' >big.pas
+  "$QUILL" tokens big.pas >out
+  [ "$(wc -l <out)" -eq $((4 * n)) ] || fail "$(wc -l <out) tokens, expected $((4 * n))"
+  last=$(tail -1 out)
+  expected=$(printf '%d\t7\t8\t%d\tttSeparator\t;' $((2 * (n - 1))) $((18 * (n - 1) + 6)))
+  [ "$last" = "$expected" ] || fail "last token: $last, expected $expected"
+}
+
+# Peak memory stays under three times the input.
+case_tokens_memory() {
+  [ -x /usr/bin/time ] || skip "no /usr/bin/time"
+  pascal_file big.pas 20
+  size=$(stat -c %s big.pas)
+  /usr/bin/time -f %M -o rss "$QUILL" tokens big.pas >/dev/null
+  kb=$(tail -1 rss)
+  [ $((kb * 1024)) -le $((3 * size)) ] || fail "peak $kb KB for $size bytes of input"
+}
+
+# CPU time (best of three, so that a busy machine counts less): at least
+# 33 MB/s of input even on a loaded machine (about 80 MB/s on an idle one),
+# and --json within 1.5 times of the plain output.
+cpu_seconds() {
+  local best=999 t i
+  for i in 1 2 3; do
+    /usr/bin/time -f "%U %S" -o cpu "$@" >/dev/null
+    t=$(awk '{ print $1 + $2 }' cpu)
+    best=$(awk -v a="$best" -v b="$t" 'BEGIN { print (b < a ? b : a) }')
+  done
+  echo "$best"
+}
+case_tokens_speed() {
+  [ -x /usr/bin/time ] || skip "no /usr/bin/time"
+  pascal_file big.pas 10
+  plain=$(cpu_seconds "$QUILL" tokens big.pas)
+  json=$(cpu_seconds "$QUILL" tokens --json big.pas)
+  echo "plain $plain s, json $json s for $(stat -c %s big.pas) bytes"
+  awk -v t="$plain" 'BEGIN { exit !(t <= 0.30) }' || fail "plain output took $plain s of CPU for 10 MB"
+  awk -v p="$plain" -v j="$json" 'BEGIN { exit !(j <= 1.5 * p + 0.02) }' || fail "--json $json s, plain $plain s"
+}
