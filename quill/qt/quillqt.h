@@ -9,6 +9,8 @@
 // provides GetLocaleTree for a QTreeWidget and the adapters that let the
 // registry routines save and load QWidget geometry and QObject properties.
 //
+// This header includes the whole module (adapters.h, localetree.h).
+//
 // The widgets need a QApplication: calls made before one exists, after it is
 // gone, or from a thread other than the application's go to the terminal
 // service instead.
@@ -17,6 +19,8 @@
 //   if (quill::Gutils::Ask(u"Save the changes?") == quill::Gutils::IDYES) ...
 #pragma once
 
+#include "quill/qt/adapters.h"
+#include "quill/qt/localetree.h"
 #include "quill/rtl/export.h"
 #include "quill/utils/uiservice.h"
 
