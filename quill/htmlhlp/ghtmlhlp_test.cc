@@ -7,8 +7,6 @@
 #include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "quill/frame/units.h"
 #include "quill/htmlhlp/internal/engine.h"
@@ -119,9 +117,7 @@ TEST_F(HtmlHelp, FirstUseLoadsEngineAndShowsTopic) {
   const std::filesystem::path page = asked[0];
   EXPECT_EQ(page.filename(), "compress.htm");
   EXPECT_EQ(page.parent_path().parent_path().parent_path().parent_path(), viewer.CacheRoot());
-  std::ifstream in(page);
-  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  EXPECT_NE(text.find("LZGCompressStream packs a stream"), std::string::npos);
+  EXPECT_NE(testing::ReadFile(page).find("LZGCompressStream packs a stream"), std::string::npos);
 }
 
 // A file that cannot be shown gives 0, not an error; the engine stays loaded.

@@ -7,8 +7,6 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "quill/htmlhlp/internal/test_viewer.h"
 
@@ -17,12 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::TestData;
+using testing::ReadFile;
 using testing::TRecordingViewer;
-
-std::string ReadFile(const fs::path& p) {
-  std::ifstream in(p);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
 
 fs::path FreshFolder(const TRecordingViewer& v, const char* name) {
   const fs::path dir = v.Dir() / name;

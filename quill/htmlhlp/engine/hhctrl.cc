@@ -6,6 +6,7 @@
 #include <string>
 
 #include "quill/htmlhlp/engine/showhelp.h"
+#include "quill/utils/internal/spawn.h"
 
 namespace {
 
@@ -21,6 +22,11 @@ std::string ToUtf8(const char16_t* text) {
   u_strToUTF8WithSub(out.data(), needed, nullptr, text, length, 0xFFFD, nullptr, &status);
   return U_FAILURE(status) ? std::string() : out;
 }
+
+// The viewers this copy of the engine started are reaped by its later calls;
+// when the engine is unloaded, the ones that have ended by then are reaped
+// here, so they do not stay behind as zombies of the host.
+__attribute__((destructor)) void ReapViewersAtUnload() { quill::Gutils::internal::ReapEndedChildren(); }
 
 }  // namespace
 

@@ -5,8 +5,6 @@
 #include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "quill/htmlhlp/htmlhelp_api.h"
 #include "quill/htmlhlp/internal/test_viewer.h"
@@ -16,12 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::TestData;
+using testing::ReadFile;
 using testing::TRecordingViewer;
-
-std::string ReadFile(const fs::path& p) {
-  std::ifstream in(p);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
 
 // A topic of a compiled help file is extracted into the private cache and
 // its page handed to the viewer; the result is the viewer's process id.

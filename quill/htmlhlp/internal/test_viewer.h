@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -61,6 +62,12 @@ class TRecordingViewer {
   std::filesystem::path dir_;
   std::filesystem::path record_;
 };
+
+// The whole contents of a file ("" when it cannot be read).
+inline std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
 
 // A committed test file, by name.
 inline std::string TestData(const char* name) { return std::string(QUILL_HELP_TESTDATA) + "/" + name; }
