@@ -27,6 +27,10 @@
 #include <cstring>
 #include <memory>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "quill/compress/internal/lzblocks.h"
 #include "quill/compress/internal/lzcoder.h"
 #include "quill/rtl/internal/memorystream_access.h"
@@ -38,8 +42,9 @@ using quill::internal::MemoryStreamAccess;
 
 // Copies with a period d below 8 are built arithmetically: the last d output
 // bytes, as a number, times kPeriodRepeat[d] (one bit at every multiple of d
-// bytes) give 16 bytes of the repeated pattern; bytes 16 to 23 are the same
-// pattern from its phase 16 mod d, a shift of kPeriodTailShift[d] bits.
+// bytes) give 16 bytes of the repeated pattern, stored again every
+// 16 - 16 mod d bytes (a multiple of d, so the phase stays) up to the copy's
+// length.
 __extension__ using Repeat16 = unsigned __int128;
 
 constexpr Repeat16 RepeatEvery(int d) {
@@ -56,7 +61,6 @@ constexpr Repeat16 kPeriodRepeat[8] = {0,
                                        RepeatEvery(5),
                                        RepeatEvery(6),
                                        RepeatEvery(7)};
-constexpr uint8_t kPeriodTailShift[8] = {0, 0, 0, 8, 0, 8, 32, 16};  // 8 * (16 mod d)
 
 // Room kept writable past the output limit: a literal run's fast move writes
 // 128 bytes, a copy's 24.
@@ -66,6 +70,63 @@ constexpr int64_t kOutCap = kWindowSize + (1 << 17);
 // Direct mode grows the destination by this much (plus the slack) at a time;
 // the stream's own capacity grows geometrically underneath.
 constexpr int64_t kDirectChunk = 1 << 18;
+
+// What the decoder needs to know of a token, worked out ahead for every
+// position of a piece of input as if a token started there (the decoder
+// then only looks at the positions where tokens do start).
+struct TokenTable {
+  static constexpr int64_t kPiece = 2048;
+  // Size of the token (2 for a copy, 1 + length for a literal run); 0 for
+  // the tokens the decoder handles apart: runs above 24 bytes and copies
+  // with d outside 8 .. 2,030.
+  alignas(16) uint8_t advance[kPiece + 16];
+  // Bytes of output: the copy's or the run's length.
+  alignas(16) uint8_t length[kPiece + 16];
+  // 0xFF for a copy, 0 for a literal run.
+  alignas(16) int8_t copy[kPiece + 16];
+
+  // Fills the entries [0, n). Reads up to 16 bytes past p[n - 1].
+  void Fill(const uint8_t* p, int64_t n) noexcept {
+    int64_t k = 0;
+#if defined(__SSE2__)
+    const __m128i one = _mm_set1_epi8(1);
+    const __m128i zero = _mm_setzero_si128();
+    for (; k < n; k += 16) {
+      const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
+      const __m128i y = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k + 1));
+      const __m128i is_copy = _mm_cmpeq_epi8(_mm_and_si128(x, one), one);
+      const __m128i half = _mm_and_si128(_mm_srli_epi16(x, 1), _mm_set1_epi8(0x7F));  // run length
+      const __m128i high = _mm_and_si128(y, _mm_set1_epi8(0x0F));  // d's top 4 bits
+      const __m128i copy_len = _mm_add_epi8(_mm_and_si128(_mm_srli_epi16(y, 4), _mm_set1_epi8(0x0F)),
+                                            _mm_set1_epi8(kMinMatch));
+      // d = high * 128 + half: below 8 when both are small, above 2,030
+      // when high is 15 and half above 110.
+      const __m128i d_small = _mm_and_si128(_mm_cmpeq_epi8(high, zero), _mm_cmplt_epi8(half, _mm_set1_epi8(8)));
+      const __m128i d_large = _mm_and_si128(_mm_cmpeq_epi8(high, _mm_set1_epi8(0x0F)),
+                                            _mm_cmpgt_epi8(half, _mm_set1_epi8(110)));
+      const __m128i rare = _mm_or_si128(_mm_and_si128(is_copy, _mm_or_si128(d_small, d_large)),
+                                        _mm_andnot_si128(is_copy, _mm_cmpgt_epi8(half, _mm_set1_epi8(24))));
+      const __m128i size = _mm_or_si128(_mm_and_si128(is_copy, _mm_set1_epi8(2)),
+                                        _mm_andnot_si128(is_copy, _mm_add_epi8(half, one)));
+      _mm_store_si128(reinterpret_cast<__m128i*>(advance + k), _mm_andnot_si128(rare, size));
+      _mm_store_si128(reinterpret_cast<__m128i*>(length + k),
+                      _mm_or_si128(_mm_and_si128(is_copy, copy_len), _mm_andnot_si128(is_copy, half)));
+      _mm_store_si128(reinterpret_cast<__m128i*>(copy + k), is_copy);
+    }
+#else
+    for (; k < n; ++k) {
+      const uint32_t word = p[k] | (uint32_t{p[k + 1]} << 8);
+      const uint32_t d = (word & 0x0FFFu) >> 1;
+      const uint32_t half = p[k] >> 1;
+      const bool is_copy = (word & 1) != 0;
+      const bool rare = is_copy ? d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - kMaxMatch : half > 24;
+      advance[k] = rare ? 0 : static_cast<uint8_t>(is_copy ? 2 : half + 1);
+      length[k] = static_cast<uint8_t>(is_copy ? (word >> 12) + kMinMatch : half);
+      copy[k] = static_cast<int8_t>(is_copy ? -1 : 0);
+    }
+#endif
+  }
+};
 
 }  // namespace
 
@@ -155,61 +216,143 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
     uint8_t* op = out + w;
     uint8_t* const op_limit = out + limit;
     const int64_t consumed_before = consumed;
-    while (ip <= ip_limit && op <= op_limit) {
-      const uint32_t b = ip[0];
-      const uint32_t word = b | (uint32_t{ip[1]} << 8);
-      if (b & 1) {
-        const uint32_t d = (word & 0x0FFFu) >> 1;
-        const uint32_t len = (word >> 12) + kMinMatch;
+    // The tokens that leave the common path: literal runs above 24 bytes,
+    // copies with d below 8 and the ring's special cases (d == 0 or
+    // d + len above 2,048). Returns false for a copy that needs the general
+    // step (nothing decoded then).
+    auto rare_token = [&](uint32_t word) -> bool {
+      if ((word & 1) == 0) {
+        // A literal run: a fixed-size move of 128 bytes (both buffers have
+        // room past the run).
+        const uint32_t n = (word & 0xFF) >> 1;
+        std::memcpy(op, ip + 1, 128);
+        ip += n + 1;
+        op += n;
+        return true;
+      }
+      const uint32_t d = (word & 0x0FFFu) >> 1;
+      const uint32_t len = (word >> 12) + kMinMatch;
+      if (d - 1 > static_cast<uint32_t>(kWindowSize) - len - 1) return false;
+      if (d >= 8) {
+        // A far copy that stays inside the window.
         const uint8_t* const s = op - d;
-        // The uncommon copies: d below 8, and the ring's special cases
-        // (d == 0 or d + len above 2,048). A comparison against a constant
-        // (d outside 8 .. 2,030) lets the common copies through first.
-        if (d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - kMaxMatch &&
-            (d < 8 || d + len > static_cast<uint32_t>(kWindowSize))) [[unlikely]] {
-          if (d - 1 > static_cast<uint32_t>(kWindowSize) - len - 1) break;  // general step
-          // A short period (d below 8): the copy repeats the last d bytes.
-          // Spread them over 16 bytes with one multiplication (the d-byte
-          // pieces land side by side, so nothing carries) and store the
-          // pattern as words, instead of a chain of byte copies that each
-          // wait for the one before.
-          uint64_t last;
-          std::memcpy(&last, op - 8, 8);
-          const uint64_t unit = last >> (64 - 8 * d);
-          const Repeat16 q = static_cast<Repeat16>(unit) * kPeriodRepeat[d];
-          const uint64_t lo = static_cast<uint64_t>(q);
-          const uint64_t hi = static_cast<uint64_t>(q >> 64);
-          const uint64_t tail = static_cast<uint64_t>(q >> kPeriodTailShift[d]);
-          std::memcpy(op, &lo, 8);
-          std::memcpy(op + 8, &hi, 8);
-          std::memcpy(op + 16, &tail, 8);
-        } else {
-          // Word copies: each reads at least 8 bytes behind what it writes.
+        std::memcpy(op, s, 8);
+        std::memcpy(op + 8, s + 8, 8);
+        std::memcpy(op + 16, s + 16, 8);
+        ip += 2;
+        op += len;
+        return true;
+      }
+      // A short period (d below 8): the copy repeats the last d bytes.
+      // Spread them over 16 bytes with one multiplication (the d-byte pieces
+      // land side by side, so nothing carries) and store the pattern as
+      // words, instead of a chain of byte copies that each wait for the one
+      // before.
+      uint64_t last;
+      std::memcpy(&last, op - 8, 8);
+      const uint64_t unit = last >> (64 - 8 * d);
+      const Repeat16 q = static_cast<Repeat16>(unit) * kPeriodRepeat[d];
+      const uint64_t lo = static_cast<uint64_t>(q);
+      const uint64_t hi = static_cast<uint64_t>(q >> 64);
+      std::memcpy(op, &lo, 8);
+      std::memcpy(op + 8, &hi, 8);
+      // The same token repeated continues the same period: one fill for the
+      // whole run (one repeated byte, or a short pattern, gives long streams
+      // of identical tokens). Every token of the run starts within the
+      // limits, as the loop's test would require.
+      uint32_t run = 1;
+      if constexpr (!kReport) {
+        const uint32_t max_in = static_cast<uint32_t>((ip_limit - ip) / 2) + 1;
+        const uint32_t max_out = static_cast<uint32_t>((op_limit - op) / len) + 1;
+        const uint32_t max_run = std::min(max_in, max_out);
+        while (run < max_run && ip[2 * run] == ip[0] && ip[2 * run + 1] == ip[1]) ++run;
+      }
+      // Pieces of 16 bytes a multiple of d apart keep the phase.
+      const int64_t step = 16 - 16 % d;
+      const int64_t run_bytes = static_cast<int64_t>(run) * len;
+      for (int64_t k = step; k < run_bytes; k += step) {
+        std::memcpy(op + k, &lo, 8);
+        std::memcpy(op + k + 8, &hi, 8);
+      }
+      ip += 2 * run;
+      op += run_bytes;
+      return true;
+    };
+    // True for the tokens rare_token handles: a copy with d outside
+    // 8 .. 2,030 (one comparison against a constant), a run above 24 bytes.
+    auto is_rare = [](uint32_t word) {
+      const uint32_t d = (word & 0x0FFFu) >> 1;
+      return (word & 1) != 0 ? d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - kMaxMatch
+                             : (word & 0xFF) > 2 * 24 + 1;
+    };
+
+    if constexpr (kReport) {
+      // One token at a time, reporting after each.
+      while (ip <= ip_limit && op <= op_limit) {
+        const uint32_t word = ip[0] | (uint32_t{ip[1]} << 8);
+        if (is_rare(word)) {
+          if (!rare_token(word)) break;  // general step
+        } else if ((word & 1) != 0) {
+          const uint8_t* const s = op - ((word & 0x0FFFu) >> 1);
           std::memcpy(op, s, 8);
           std::memcpy(op + 8, s + 8, 8);
           std::memcpy(op + 16, s + 16, 8);
-        }
-        ip += 2;
-        op += len;
-      } else {
-        const uint32_t n = b >> 1;
-        // Fixed-size moves (three words, or 128 bytes) compile to plain or
-        // vector moves instead of a call; both buffers have room past the run.
-        if (n <= 24) {
+          ip += 2;
+          op += (word >> 12) + kMinMatch;
+        } else {
           std::memcpy(op, ip + 1, 8);
           std::memcpy(op + 8, ip + 9, 8);
           std::memcpy(op + 16, ip + 17, 8);
-        } else {
-          std::memcpy(op, ip + 1, 128);
+          ip += ((word & 0xFF) >> 1) + 1;
+          op += (word & 0xFF) >> 1;
         }
-        ip += n + 1;
-        op += n;
-      }
-      if constexpr (kReport) {
         // So that an error from the callback keeps this token.
         w = op - out;
         consumed = consumed_before + (ip - ip_first);
         progress(start + consumed, size);
+      }
+    } else {
+      // Without a listener the kinds are told apart without a branch: they
+      // alternate too irregularly for prediction (in text, a literal run
+      // follows about every second copy), and a wrong guess costs more than
+      // a token. Both kinds move 24 bytes, a copy from op - d and a run from
+      // ip + 1, and the pointers advance by amounts selected arithmetically.
+      // What remains serial is finding the next token; a table of each
+      // input byte's token size (as if a token started there), made ahead
+      // for a piece of the input at a time, shortens that to one load and
+      // an add.
+      TokenTable table;
+      bool general = false;
+      while (!general && ip <= ip_limit && op <= op_limit) {
+        const uint8_t* const piece = ip;
+        const int64_t span = std::min<int64_t>(TokenTable::kPiece, ip_limit - ip + 1);
+        table.Fill(piece, span);
+        int64_t k = 0;
+        while (k < span && op <= op_limit) {
+          const uint8_t* const t = piece + k;
+          const int64_t step = table.advance[k];
+          if (step == 0) [[unlikely]] {
+            ip = t;
+            if (!rare_token(t[0] | (uint32_t{t[1]} << 8))) {
+              general = true;
+              break;
+            }
+            k = ip - piece;
+            continue;
+          }
+          const uint64_t kind = static_cast<uint64_t>(static_cast<int64_t>(table.copy[k]));
+          const uint64_t d = (t[0] | (uint32_t{t[1]} << 8)) >> 1 & 0x7FFu;
+          const auto from_copy = reinterpret_cast<uintptr_t>(op - d);
+          const auto from_run = reinterpret_cast<uintptr_t>(t + 1);
+          const auto* const s = reinterpret_cast<const uint8_t*>((from_copy & kind) | (from_run & ~kind));
+          // Word moves: a copy reads at least 8 bytes behind what it writes.
+          std::memcpy(op, s, 8);
+          std::memcpy(op + 8, s + 8, 8);
+          std::memcpy(op + 16, s + 16, 8);
+          op += table.length[k];
+          k += step;
+        }
+        if (!general) ip = piece + k;
       }
     }
     const int64_t done = ip - ip_first;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <stdexcept>
 #include <string>
 
@@ -400,6 +401,56 @@ TEST(LZDecodeStreams, ShortPeriodCopiesInEveryPairing) {
       }
     ExpectAllPairingsMatch(tokens, RunSetup{}, "lead " + std::to_string(lead));
   }
+}
+
+// Runs of one short-period copy repeated (what one repeated byte or a short
+// pattern compresses to) are expanded as one fill: runs of every length up
+// to past the decoder's growth steps, with every distance below 8, each
+// followed by a far copy and a run so that the fill must end exactly.
+TEST(LZDecodeStreams, RunsOfIdenticalShortPeriodCopiesInEveryPairing) {
+  for (size_t lead : {size_t{20}, size_t{2100}}) {
+    Bytes tokens;
+    AddLiterals(tokens, Pattern(lead));
+    for (uint32_t d = 1; d < 8; ++d) {
+      for (int run : {1, 2, 3, 17, 1000, 16000}) {
+        const uint32_t len = 3 + (d * static_cast<uint32_t>(run)) % 16;
+        for (int i = 0; i < run; ++i) AddCopy(tokens, d, len);
+        AddCopy(tokens, 9 + d, 18);
+        AddLiterals(tokens, Pattern(1 + (d * 5) % 30));
+      }
+    }
+    ExpectAllPairingsMatch(tokens, RunSetup{}, "lead " + std::to_string(lead));
+  }
+}
+
+// Far copies the screening sends aside (d above 2,030 that still fit in the
+// window) and literal runs above 24 bytes, mixed with ordinary tokens.
+TEST(LZDecodeStreams, FarCopiesAndLongRunsInEveryPairing) {
+  Bytes tokens;
+  AddLiterals(tokens, Pattern(2047));
+  std::mt19937 rng(5);
+  for (int i = 0; i < 20000; ++i) {
+    switch (rng() % 4) {
+      case 0: {
+        const uint32_t len = 3 + rng() % 16;
+        AddCopy(tokens, 2048 - len - rng() % 17, len);  // 2,030 .. 2,048 - len
+        break;
+      }
+      case 1: {
+        Bytes run = Pattern(25 + rng() % 103);
+        tokens.push_back(static_cast<uint8_t>(run.size() * 2));
+        tokens.insert(tokens.end(), run.begin(), run.end());
+        break;
+      }
+      case 2:
+        AddCopy(tokens, 8 + rng() % 2000, 3 + rng() % 16);
+        break;
+      default:
+        AddLiterals(tokens, Pattern(1 + rng() % 24));
+        break;
+    }
+  }
+  ExpectAllPairingsMatch(tokens, RunSetup{}, "mixed far copies and long runs");
 }
 
 // A progress callback that throws after N tokens: the destination holds
