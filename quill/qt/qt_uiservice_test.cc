@@ -20,6 +20,7 @@
 #include <QTimer>
 
 #include "quill/qt/internal/testing.h"
+#include "quill/frame/quill23.h"
 #include "quill/qt/quillqt.h"
 #include "quill/utils/process.h"
 #include "quill/utils/questions.h"
@@ -278,6 +279,19 @@ TEST_F(QtQuestions, WiderThanTheScreen) {
   EXPECT_EQ(w->width(), TextWidthIn(w, text) + 10);
   EXPECT_GT(w->width(), screen.width());
   EXPECT_LT(w->x(), screen.x());
+}
+
+// The library's shut-down (the units' last stop) leaves a window that is
+// still showing alone: hiding it is the caller's job.
+TEST_F(QtQuestions, ShutdownLeavesTheWindow) {
+  ShowInfo(u"still here");
+  QPointer<QWidget> w = InfoWindow();
+  ASSERT_FALSE(w.isNull());
+  Finalize();    // the load's start undone: every unit's last stop runs
+  Initialize();  // started again for the tests that follow
+  EXPECT_FALSE(w.isNull());
+  EXPECT_TRUE(w->isVisible());
+  EXPECT_TRUE(InfoIsShowing());
 }
 
 // While RunProgram waits for a child, the application's timers still fire.
