@@ -1,5 +1,5 @@
 // The help engine's readers of untrusted text: help names, object paths and
-// the "#SYSTEM" records. Besides never crashing, a path accepted as safe must
+// the "#SYSTEM" records and the context map. Besides never crashing, a path accepted as safe must
 // stay inside the folder it is written below, and so must the default topic
 // once it is accepted.
 #include <cstddef>
@@ -41,6 +41,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (const auto topic = E::DefaultTopicFromSystem(std::span<const uint8_t>(data, size))) {
     if (topic->empty() || topic->front() != '/' || topic->size() > size + 1) std::abort();
     CheckStaysInside(*topic);
+  }
+  // The context map: the first half as "#IVB", the rest as "#STRINGS".
+  const std::span<const uint8_t> all(data, size);
+  const std::span<const uint8_t> ivb = all.first(size / 2);
+  const std::span<const uint8_t> strings = all.subspan(size / 2);
+  for (const uint32_t context : {0u, 1u, 42u, 0xFFFFFFFFu}) {
+    if (const auto file = E::ContextFileName(ivb, strings, context)) {
+      if (file->empty() || file->size() > strings.size()) std::abort();
+    }
   }
   return 0;
 }

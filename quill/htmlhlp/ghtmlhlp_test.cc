@@ -120,6 +120,16 @@ TEST_F(HtmlHelp, FirstUseLoadsEngineAndShowsTopic) {
   EXPECT_NE(testing::ReadFile(page).find("LZGCompressStream packs a stream"), std::string::npos);
 }
 
+// Data reaches the engine: context help shows the page the file's context
+// map gives the number.
+TEST_F(HtmlHelp, DataReachesTheEngine) {
+  TRecordingViewer viewer;
+  UseBuiltEngine();
+  EXPECT_EQ(OpenHtmlHelp(WTestData("test.chm"), HH_HELP_CONTEXT, 42), -1);
+  EXPECT_EQ(std::filesystem::path(viewer.Asked().at(0)).filename(), "compress.htm");
+  EXPECT_EQ(OpenHtmlHelp(WTestData("test.chm"), HH_HELP_CONTEXT, 43), 0);
+}
+
 // A file that cannot be shown gives 0, not an error; the engine stays loaded.
 TEST_F(HtmlHelp, NothingShownGivesZero) {
   TRecordingViewer viewer;

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -20,7 +21,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr size_t kPiece = 64 * 1024;
-constexpr uint64_t kMaxSystemSize = 1 << 20;  // "#SYSTEM" is a few hundred bytes in practice
+constexpr uint64_t kMaxSystemSize = 1 << 20;  // "#SYSTEM" is a few kilobytes in practice
+constexpr uint64_t kMaxMapSize = 16 << 20;    // "#IVB" and "#STRINGS": the context map
 
 bool EndsWithNoCase(std::string_view text, std::string_view suffix) {
   if (text.size() < suffix.size()) return false;
@@ -164,19 +166,23 @@ std::optional<std::string> TChmArchive::ResolveTopic(const std::string& topic) {
   return std::string(stored);
 }
 
-std::optional<std::string> TChmArchive::DefaultTopic() {
+std::optional<std::vector<uint8_t>> TChmArchive::ReadObject(const char* path, uint64_t max_size) {
   if (file_ == nullptr) return std::nullopt;
   chmUnitInfo ui{};
-  if (chm_resolve_object(file_, "/#SYSTEM", &ui) == CHM_RESOLVE_SUCCESS && ui.length <= kMaxSystemSize) {
-    std::vector<uint8_t> data(ui.length);
-    const LONGINT64 got = data.empty() ? 0
-                                       : chm_retrieve_object(file_, &ui, data.data(), 0,
-                                                             static_cast<LONGINT64>(data.size()));
-    if (got > 0) {
-      data.resize(std::min<size_t>(data.size(), static_cast<size_t>(got)));
-      if (std::optional<std::string> named = DefaultTopicFromSystem(data)) {
-        if (std::optional<std::string> stored = ResolveTopic(*named)) return stored;
-      }
+  if (chm_resolve_object(file_, path, &ui) != CHM_RESOLVE_SUCCESS || ui.length > max_size) return std::nullopt;
+  std::vector<uint8_t> data(ui.length);
+  if (data.empty()) return data;
+  const LONGINT64 got = chm_retrieve_object(file_, &ui, data.data(), 0, static_cast<LONGINT64>(data.size()));
+  if (got <= 0) return std::nullopt;
+  data.resize(std::min<size_t>(data.size(), static_cast<size_t>(got)));
+  return data;
+}
+
+std::optional<std::string> TChmArchive::DefaultTopic() {
+  if (file_ == nullptr) return std::nullopt;
+  if (const std::optional<std::vector<uint8_t>> system = ReadObject("/#SYSTEM", kMaxSystemSize)) {
+    if (std::optional<std::string> named = DefaultTopicFromSystem(*system)) {
+      if (std::optional<std::string> stored = ResolveTopic(*named)) return stored;
     }
   }
   for (const char* guess : {"/index.htm", "/index.html", "/default.htm", "/default.html"}) {
@@ -185,6 +191,25 @@ std::optional<std::string> TChmArchive::DefaultTopic() {
   TFirstPage first;
   chm_enumerate(file_, CHM_ENUMERATE_NORMAL | CHM_ENUMERATE_FILES, FindFirstPage, &first);
   return first.path;
+}
+
+std::optional<std::string> TChmArchive::ContextTopic(uint32_t context) {
+  const std::optional<std::vector<uint8_t>> ivb = ReadObject("/#IVB", kMaxMapSize);
+  const std::optional<std::vector<uint8_t>> strings = ReadObject("/#STRINGS", kMaxMapSize);
+  if (!ivb || !strings) return std::nullopt;
+  std::optional<std::string> name = ContextFileName(*ivb, *strings, context);
+  if (!name) return std::nullopt;
+  if (const size_t hash = name->find('#'); hash != std::string::npos) name->resize(hash);
+  std::replace(name->begin(), name->end(), '\\', '/');
+  std::string_view rest = *name;
+  for (;;) {
+    while (!rest.empty() && rest.front() == '/') rest.remove_prefix(1);
+    if (rest.empty()) return std::nullopt;
+    if (std::optional<std::string> stored = ResolveTopic("/" + std::string(rest))) return stored;
+    const size_t slash = rest.find('/');
+    if (slash == std::string_view::npos) return std::nullopt;
+    rest.remove_prefix(slash + 1);
+  }
 }
 
 bool TChmArchive::ExtractTo(const fs::path& folder, const TExtractLimits& limits, uint32_t* skipped) {

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 struct chmFile;
 
@@ -46,6 +47,14 @@ class TChmArchive {
   // the first .htm/.html page in the archive's order. Stored paths.
   [[nodiscard]] std::optional<std::string> DefaultTopic();
 
+  // The topic the file's context map ("#IVB" with "#STRINGS") gives context
+  // number `context`, as a stored path; nullopt when the file has no map or
+  // the number is not in it. The map's file names are relative to the help
+  // project, but some compilers store the full path the page had on their
+  // machine: the name is tried whole, then ever shorter tails of it
+  // ("/build/help/pages/a.htm", "/help/pages/a.htm", "/pages/a.htm", "/a.htm").
+  [[nodiscard]] std::optional<std::string> ContextTopic(uint32_t context);
+
   // Writes every page (the objects outside the format's own "#" and "$"
   // entries) below `folder`, which must exist and be empty. Objects with
   // unsafe paths, over-long objects and objects that cannot be read are
@@ -55,6 +64,9 @@ class TChmArchive {
   bool ExtractTo(const std::filesystem::path& folder, const TExtractLimits& limits, uint32_t* skipped = nullptr);
 
  private:
+  // The whole object `path` when it exists and has at most `max_size` bytes.
+  std::optional<std::vector<uint8_t>> ReadObject(const char* path, uint64_t max_size);
+
   chmFile* file_ = nullptr;
 };
 

@@ -52,6 +52,16 @@ TEST(TChmArchive, DefaultTopic) {
   EXPECT_EQ(chm.DefaultTopic(), "/pages/index.htm");
 }
 
+// Context numbers through the file's map. The compiler stored the pages'
+// full paths from its own machine; the tails of those paths find the pages.
+TEST(TChmArchive, ContextTopic) {
+  TChmArchive chm(TestData("test.chm"));
+  EXPECT_EQ(chm.ContextTopic(7), "/pages/index.htm");
+  EXPECT_EQ(chm.ContextTopic(42), "/pages/guide/compress.htm");
+  EXPECT_EQ(chm.ContextTopic(8), std::nullopt);
+  EXPECT_EQ(chm.ContextTopic(0), std::nullopt);
+}
+
 TEST(TChmArchive, ExtractsEveryPage) {
   TRecordingViewer v;
   const fs::path dir = FreshFolder(v, "out");

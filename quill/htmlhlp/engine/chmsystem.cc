@@ -1,6 +1,7 @@
 // Reading the default topic out of "#SYSTEM".
 #include "quill/htmlhlp/engine/chmsystem.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace quill::Ghtmlhlp::engine {
@@ -26,6 +27,26 @@ std::optional<std::string> DefaultTopicFromSystem(std::span<const uint8_t> data)
       return topic;
     }
     pos += length;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ContextFileName(std::span<const uint8_t> ivb, std::span<const uint8_t> strings,
+                                           uint32_t context) {
+  auto dword = [&ivb](size_t at) {
+    return static_cast<uint32_t>(ivb[at]) | (static_cast<uint32_t>(ivb[at + 1]) << 8) |
+           (static_cast<uint32_t>(ivb[at + 2]) << 16) | (static_cast<uint32_t>(ivb[at + 3]) << 24);
+  };
+  if (ivb.size() < 4) return std::nullopt;
+  const size_t count_bytes = std::min<size_t>(dword(0), ivb.size() - 4);
+  for (size_t at = 4; at + 8 <= 4 + count_bytes; at += 8) {
+    if (dword(at) != context) continue;
+    const uint32_t offset = dword(at + 4);
+    if (offset >= strings.size()) return std::nullopt;
+    const auto* text = reinterpret_cast<const char*>(strings.data() + offset);
+    const size_t n = strnlen(text, strings.size() - offset);
+    if (n == 0) return std::nullopt;
+    return std::string(text, n);
   }
   return std::nullopt;
 }

@@ -31,20 +31,19 @@ __attribute__((destructor)) void ReapViewersAtUnload() { quill::Gutils::internal
 }  // namespace
 
 // The 8-bit form takes the name's bytes as the file system's (Linux file
-// names are bytes). The owner window and the command data are not used.
+// names are bytes). The owner window is not used; the command data only by
+// HH_HELP_CONTEXT (the context number).
 extern "C" __attribute__((visibility("default"))) uintptr_t HtmlHelpA(uintptr_t hwndCaller, const char* pszFile,
                                                                       uint32_t uCommand, uintptr_t dwData) {
   (void)hwndCaller;
-  (void)dwData;
   if (pszFile == nullptr) return 0;
-  return quill::Ghtmlhlp::engine::ShowHelp(std::string_view(pszFile, std::strlen(pszFile)), uCommand);
+  return quill::Ghtmlhlp::engine::ShowHelp(std::string_view(pszFile, std::strlen(pszFile)), uCommand, dwData);
 }
 
 // The UTF-16 form: the name is converted to UTF-8 first.
 extern "C" __attribute__((visibility("default"))) uintptr_t HtmlHelpW(uintptr_t hwndCaller, const char16_t* pszFile,
                                                                       uint32_t uCommand, uintptr_t dwData) {
   (void)hwndCaller;
-  (void)dwData;
   if (pszFile == nullptr) return 0;
-  return quill::Ghtmlhlp::engine::ShowHelp(ToUtf8(pszFile), uCommand);
+  return quill::Ghtmlhlp::engine::ShowHelp(ToUtf8(pszFile), uCommand, dwData);
 }

@@ -17,13 +17,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The extracted file of the topic `topic` ("" for the default one) of the
-// compiled help file `file`.
+// What names the page of a compiled help file: its topic, or a context number.
+struct TTopicRequest {
+  std::string topic;  // "" for the default topic
+  std::optional<uint32_t> context;
+};
+
+// The extracted file of the requested topic of the compiled help file `file`.
 std::optional<std::string> CompiledTopicFile(const std::string& file, const struct stat& st,
-                                             const std::string& topic) {
+                                             const TTopicRequest& request) {
   TChmArchive archive(file);
   if (!archive.IsOpen()) return std::nullopt;
-  const std::optional<std::string> stored = topic.empty() ? archive.DefaultTopic() : archive.ResolveTopic(topic);
+  const std::optional<std::string> stored = request.context     ? archive.ContextTopic(*request.context)
+                                            : request.topic.empty() ? archive.DefaultTopic()
+                                                                    : archive.ResolveTopic(request.topic);
   if (!stored) return std::nullopt;
   const std::optional<fs::path> root = HelpCacheRoot();
   if (!root) return std::nullopt;
@@ -37,8 +44,8 @@ std::optional<std::string> CompiledTopicFile(const std::string& file, const stru
 
 }  // namespace
 
-uintptr_t ShowHelp(std::string_view name, uint32_t command) {
-  bool default_topic = false;
+uintptr_t ShowHelp(std::string_view name, uint32_t command, uintptr_t data) {
+  bool by_context = false;
   switch (command) {
     case HH_DISPLAY_TOPIC:
     case HH_DISPLAY_TOC:
@@ -46,7 +53,7 @@ uintptr_t ShowHelp(std::string_view name, uint32_t command) {
     case HH_DISPLAY_SEARCH:
       break;
     case HH_HELP_CONTEXT:
-      default_topic = true;
+      by_context = true;
       break;
     default:
       return 0;
@@ -61,14 +68,21 @@ uintptr_t ShowHelp(std::string_view name, uint32_t command) {
 
   std::string page;
   if (IsCompiledHelpFile(file)) {
-    std::optional<std::string> extracted = CompiledTopicFile(file, st, default_topic ? std::string() : help.Topic);
+    TTopicRequest request;
+    if (by_context) {
+      if (data > UINT32_MAX) return 0;  // context numbers are 32-bit
+      request.context = static_cast<uint32_t>(data);
+    } else {
+      request.topic = help.Topic;
+    }
+    std::optional<std::string> extracted = CompiledTopicFile(file, st, request);
     if (!extracted) return 0;
     page = std::move(*extracted);
   } else {
-    if (!help.Topic.empty()) return 0;  // only compiled help files hold topics
+    if (!help.Topic.empty() || by_context) return 0;  // only compiled help files hold topics
     page = file;
   }
-  const std::string target = help.Anchor.empty() || default_topic ? page : FileUrl(page, help.Anchor);
+  const std::string target = help.Anchor.empty() || by_context ? page : FileUrl(page, help.Anchor);
   const std::optional<pid_t> viewer = Gutils::internal::StartDetached(Gutils::internal::OpenerCommand(), target);
   return viewer ? static_cast<uintptr_t>(*viewer) : 0;
 }

@@ -12,8 +12,12 @@ namespace quill::Ghtmlhlp::engine {
 // nothing could be shown.
 // - HH_DISPLAY_TOPIC, HH_DISPLAY_TOC, HH_DISPLAY_INDEX, HH_DISPLAY_SEARCH:
 //   the named topic, else the file's default topic (a desktop viewer has no
-//   navigation panes to open). HH_HELP_CONTEXT: the default topic, as context
-//   numbers are not mapped. Other commands: 0.
+//   navigation panes to open); `data` is not used (a topic pointer there
+//   would not survive OpenHtmlHelp's 32-bit Data anyway).
+// - HH_HELP_CONTEXT: the topic the compiled help file's context map gives
+//   context number `data` (a topic in the name is ignored); 0 when the file
+//   has no map or the number is not in it.
+// - Other commands: 0.
 // - A compiled help file's pages are extracted once into the private cache
 //   (HelpCacheRoot); the topic's extracted file is handed on. Any other
 //   existing file (an HTML page) is handed on as it is; naming a topic in it
@@ -21,6 +25,6 @@ namespace quill::Ghtmlhlp::engine {
 // - The viewer is $QUILL_OPEN_COMMAND (split like shell words) or xdg-open,
 //   started without waiting, with the file (a file:// URL when the name has
 //   an anchor) as its last argument.
-[[nodiscard]] uintptr_t ShowHelp(std::string_view name, uint32_t command);
+[[nodiscard]] uintptr_t ShowHelp(std::string_view name, uint32_t command, uintptr_t data);
 
 }  // namespace quill::Ghtmlhlp::engine

@@ -42,6 +42,20 @@ case_help_chm_default_topic() {
   cmp "$(asked)" "$(help_data)/pages/index.htm" || fail "not the default topic"
 }
 
+# --context N: the page the file's context map gives N; an unmapped number
+# shows nothing.
+case_help_context_number() {
+  record_viewer
+  run "$QUILL" help --context 42 "$(help_data)/test.chm"
+  expect_status 0
+  cmp "$(asked)" "$(help_data)/pages/guide/compress.htm" || fail "not the page of context 42"
+  run "$QUILL" help --context 43 "$(help_data)/test.chm"
+  expect_status 1
+  expect_err "nothing to show"
+  run "$QUILL" help --context x "$(help_data)/test.chm"
+  expect_status 2
+}
+
 # An HTML page is handed on as it is, relative names made absolute.
 case_help_html_page() {
   record_viewer
