@@ -305,5 +305,39 @@ TEST(GetModuleVersionInfo, ProgramIsNotPe) {
   ExpectUntouched(rec);
 }
 
+// GetVersionTranslation names the table GetVersionInfo read: the first
+// translation's key, upper-case, whether or not that table exists.
+TEST(GetVersionTranslation, FirstTranslationKey) {
+  const Bytes res = VersionResource({{u"040904B0", {{u"CompanyName", u"English Co"}}}},
+                                    {{0x0410, 0x04e4}, {0x0409, 0x04B0}});
+  UnicodeString key = u"untouched";
+  ASSERT_TRUE(internal::ReadVersionTranslation(internal::MemorySource(PeImage(res)), key));
+  EXPECT_EQ(key, u"041004E4");
+}
+
+// No translation list: true, with the empty key.
+TEST(GetVersionTranslation, NoTranslationGivesEmptyKey) {
+  const Bytes res = VersionResource({{u"040904B0", {{u"CompanyName", u"X"}}}}, {});
+  UnicodeString key = u"untouched";
+  ASSERT_TRUE(internal::ReadVersionTranslation(internal::MemorySource(PeImage(res)), key));
+  EXPECT_EQ(key, u"");
+}
+
+// Edge case: false, the key untouched, where GetVersionInfo gives false (no
+// version resource, a missing file, an empty name).
+TEST(GetVersionTranslation, FalseWhereGetVersionInfoIsFalse) {
+  PeOptions o;
+  o.resource_type = 3;  // an icon, not a version block
+  UnicodeString key = u"untouched";
+  EXPECT_FALSE(internal::ReadVersionTranslation(internal::MemorySource(PeImage(SampleVersionResource(), o)), key));
+  EXPECT_FALSE(GetVersionTranslation(u"/nonexistent/file.exe", key));
+  EXPECT_FALSE(GetVersionTranslation(u"", key));
+  EXPECT_EQ(key, u"untouched");
+  // A file on disk gives what the image gives.
+  TempFile f(PeImage(VersionResource({{u"040904B0", {{u"CompanyName", u"X"}}}}, {{0x0409, 0x04B0}})));
+  ASSERT_TRUE(GetVersionTranslation(f.Name(), key));
+  EXPECT_EQ(key, u"040904B0");
+}
+
 }  // namespace
 }  // namespace quill::Gutils

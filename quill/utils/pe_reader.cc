@@ -319,24 +319,44 @@ std::optional<UnicodeString> VersionBlock::QueryText(std::u16string_view path) c
   return text;
 }
 
-bool ReadVersionInfo(const ByteSource& image, TGVersionInfoRec& Rec) {
+namespace {
+
+// The version block of the image, or nullopt.
+std::optional<VersionBlock> ImageVersionBlock(const ByteSource& image) {
   std::optional<std::vector<uint8_t>> data = FindVersionResource(image);
-  if (!data) return false;
-  const std::optional<VersionBlock> block = VersionBlock::Parse(std::move(*data));
+  if (!data) return std::nullopt;
+  return VersionBlock::Parse(std::move(*data));
+}
+
+// The key of the first translation: language and code page as eight
+// upper-case hexadecimal digits ("040904B0"); nullopt when there is none.
+std::optional<UnicodeString> FirstTranslation(const VersionBlock& block) {
+  const auto tr = block.Query(u"\\VarFileInfo\\Translation");
+  if (!tr || tr->bytes.size() < 4) return std::nullopt;
+  const uint32_t lang = Le16(&tr->bytes[0]);
+  const uint32_t cp = Le16(&tr->bytes[2]);
+  const uint32_t key = lang * 65536u + cp;
+  UnicodeString hex(8, u'0');
+  for (int i = 7, shift = 0; i >= 0; --i, shift += 4) hex[i] = u"0123456789ABCDEF"[(key >> shift) & 0xFu];
+  return hex;
+}
+
+}  // namespace
+
+bool ReadVersionTranslation(const ByteSource& image, UnicodeString& Translation) {
+  const std::optional<VersionBlock> block = ImageVersionBlock(image);
+  if (!block) return false;
+  Translation = FirstTranslation(*block).value_or(UnicodeString());
+  return true;
+}
+
+bool ReadVersionInfo(const ByteSource& image, TGVersionInfoRec& Rec) {
+  const std::optional<VersionBlock> block = ImageVersionBlock(image);
   if (!block) return false;
   (void)block->Query(u"\\");  // the fixed file information is not used
 
-  // The key of the first translation: language and code page as eight
-  // upper-case hexadecimal digits ("040904B0").
   std::optional<UnicodeString> table;
-  if (const auto tr = block->Query(u"\\VarFileInfo\\Translation"); tr && tr->bytes.size() >= 4) {
-    const uint32_t lang = Le16(&tr->bytes[0]);
-    const uint32_t cp = Le16(&tr->bytes[2]);
-    const uint32_t key = lang * 65536u + cp;
-    UnicodeString hex(8, u'0');
-    for (int i = 7, shift = 0; i >= 0; --i, shift += 4) hex[i] = u"0123456789ABCDEF"[(key >> shift) & 0xFu];
-    table = u"\\StringFileInfo\\" + hex + u"\\";
-  }
+  if (const auto key = FirstTranslation(*block)) table = u"\\StringFileInfo\\" + *key + u"\\";
   auto field = [&](std::u16string_view name) -> UnicodeString {
     if (!table) return UnicodeString();
     return block->QueryText(*table + UnicodeString(name)).value_or(UnicodeString());

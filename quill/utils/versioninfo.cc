@@ -57,6 +57,12 @@ bool GetVersionInfo(const UnicodeString& FileName, TGVersionInfoRec& Rec) {
   return file.Ok() && internal::ReadVersionInfo(file, Rec);
 }
 
+bool GetVersionTranslation(const UnicodeString& FileName, UnicodeString& Translation) {
+  if (FileName.empty()) return false;
+  FileSource file(UnicodeToUtf8(FileName));
+  return file.Ok() && internal::ReadVersionTranslation(file, Translation);
+}
+
 bool GetModuleVersionInfo(int32_t Module, TGVersionInfoRec& Rec) {
   // Module names are cut at 260 units, as the system hands them over.
   constexpr size_t kMaxPath = 260;

@@ -42,6 +42,14 @@ struct TGVersionInfoRec {
 // - LegalTrademarks is never read or written: it keeps the caller's value.
 [[nodiscard]] QUILL_API bool GetVersionInfo(const UnicodeString& FileName, TGVersionInfoRec& Rec);
 
+// The string table GetVersionInfo reads its fields from: the key of the
+// version block's first translation, language and code page as eight
+// upper-case hexadecimal digits ("040904B0"); the empty string when the block
+// lists no translation. Returns false, leaving `Translation` untouched,
+// exactly when GetVersionInfo returns false. (For messages that explain why
+// every field came out empty.)
+[[nodiscard]] QUILL_API bool GetVersionTranslation(const UnicodeString& FileName, UnicodeString& Translation);
+
 // GetVersionInfo of the file of module `Module`. Module 0 is the running
 // program (on Linux an ELF file, so false); no other handle names a module
 // here, so they give false as well. `Rec` is untouched when false.

@@ -3,6 +3,7 @@
 //   quill date parse FORMAT TEXT   prints the date read, in ISO form
 //   quill date name DATE           prints the date's name (DATE as yyyy-mm-dd)
 #include <fstream>
+#include <optional>
 #include <iostream>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "quill/rtl/exception.h"
 #include "quill/rtl/unicode.h"
 #include "tools/quill/commands.h"
+#include "tools/quill/io.h"
 
 namespace quilltool {
 namespace {
@@ -30,15 +32,39 @@ std::string IsoText(TDateTime v) {
   return quill::UnicodeToUtf8(quill::FormatDateTime(format, v, fixed));
 }
 
-// Reads FORMAT and TEXT and prints one line; false when the text is no date.
-bool PrintParsed(std::ostream& out, const std::string& format, const std::string& text) {
+// Reads TEXT as a date in FORMAT; an empty result when it cannot, with the
+// reason in `why`. The runtime's reader takes at most four digits for a
+// number and reads what follows as more of the text ("01.01.10000" would
+// give the year 1000): a number of more than four digits is refused here.
+std::optional<TDateTime> ParseByFormat(const std::string& format, const std::string& text, std::string& why) {
+  size_t run = 0;
+  for (size_t i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && text[i] >= '0' && text[i] <= '9') {
+      ++run;
+      continue;
+    }
+    if (run > 4) {
+      why = "the number " + text.substr(i - run, run) + " has more than four digits";
+      return std::nullopt;
+    }
+    run = 0;
+  }
   TDateTime v = 0;
   if (!quill::Gdattime::TryStrToDateTimeByFormat(quill::Utf8ToUnicode(format), quill::Utf8ToUnicode(text), v)) {
-    out << "\"" << text << "\" could not be read as " << format << "\n";
-    return false;
+    why = "it is no valid date or time in that format";
+    return std::nullopt;
   }
-  out << IsoText(v) << "\n";
-  return true;
+  return v;
+}
+
+// One line for the demo: the date read, or why not.
+void PrintParsed(std::ostream& out, const std::string& format, const std::string& text) {
+  std::string why;
+  if (const auto v = ParseByFormat(format, text, why)) {
+    out << IsoText(*v) << "\n";
+  } else {
+    out << "\"" << text << "\" could not be read as " << format << " (" << why << ")\n";
+  }
 }
 
 bool ReadIsoDate(const std::string& text, TDateTime& v) {
@@ -56,7 +82,10 @@ void RegisterDateCommands(CLI::App& app) {
   parse->add_option("FORMAT", parse_format, "Date format, such as dd.mm.yyyy or \"dd.mm.yyyy hh:nn\"")->required();
   parse->add_option("TEXT", parse_text, "The date text")->required();
   parse->callback([] {
-    if (!PrintParsed(std::cout, parse_format, parse_text)) ExitStatus() = 1;
+    std::string why;
+    const auto v = ParseByFormat(parse_format, parse_text, why);
+    if (!v) throw ToolError(kExitDataError, "\"" + parse_text + "\" could not be read as " + parse_format + ": " + why);
+    Stdout() << IsoText(*v) << "\n";
   });
 
   auto* name = date->add_subcommand("name", "Write the name of DATE (yyyy-mm-dd), such as 5 of May 2024");
@@ -65,11 +94,9 @@ void RegisterDateCommands(CLI::App& app) {
   name->callback([] {
     TDateTime v = 0;
     if (!ReadIsoDate(name_date, v)) {
-      std::cerr << "quill: \"" << name_date << "\" is not a date of the form yyyy-mm-dd\n";
-      ExitStatus() = 1;
-      return;
+      throw ToolError(kExitDataError, "\"" + name_date + "\" is not a date of the form yyyy-mm-dd");
     }
-    std::cout << quill::UnicodeToUtf8(quill::Gdattime::GetDateName(v)) << "\n";
+    Stdout() << quill::UnicodeToUtf8(quill::Gdattime::GetDateName(v)) << "\n";
   });
 }
 

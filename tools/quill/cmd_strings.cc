@@ -11,6 +11,7 @@
 #include "quill/rtl/unicode.h"
 #include "quill/strings/gstrings.h"
 #include "tools/quill/commands.h"
+#include "tools/quill/io.h"
 
 namespace quilltool {
 namespace {
@@ -61,8 +62,7 @@ void RegisterStringsCommands(CLI::App& app) {
       try {
         std::cout << gs::HexToInt(U16(digits)) << "\n";
       } catch (const quill::Exception& e) {
-        std::cerr << "quill hex: " << e.what() << "\n";
-        ExitStatus() = 1;
+        throw ToolError(kExitDataError, std::string("hex: ") + e.what());
       }
     });
   }

@@ -10,6 +10,7 @@
 #include "quill/rtl/unicode.h"
 #include "quill/utils/gutils.h"
 #include "tools/quill/commands.h"
+#include "tools/quill/io.h"
 
 namespace quilltool {
 namespace {
@@ -62,13 +63,35 @@ void RegisterUtilsCommands(CLI::App& app) {
   static std::string file;
   version->add_option("FILE", file, "A PE file (.exe, .dll)")->required();
   version->callback([] {
+    // A missing or unreadable file, a file that is no PE file, and a PE file
+    // without version information each have their own message.
+    {
+      InputFile in(file);
+      char head[2] = {};
+      const size_t got = in.Read(head, 2);
+      if (got < 2 || head[0] != 'M' || head[1] != 'Z') {
+        throw ToolError(kExitDataError, file + " is not a Windows executable or DLL (it does not start with \"MZ\")");
+      }
+    }
     G::TGVersionInfoRec rec;
     if (!G::GetVersionInfo(Utf8ToUnicode(file), rec)) {
-      std::cerr << "quill: " << file << " has no readable version information\n";
-      ExitStatus() = 1;
-      return;
+      throw ToolError(kExitDataError, file + " has no version information (no readable version resource)");
     }
-    PrintRecord(std::cout, rec);
+    PrintRecord(Stdout(), rec);
+    const bool all_empty = rec.CompanyName.empty() && rec.FileDescription.empty() && rec.FileVersion.empty() &&
+                           rec.InternalName.empty() && rec.LegalCopyright.empty() && rec.OriginalFilename.empty() &&
+                           rec.ProductVersion.empty() && rec.ProductName.empty();
+    quill::UnicodeString key;
+    if (all_empty && G::GetVersionTranslation(Utf8ToUnicode(file), key)) {
+      FlushStdout();
+      if (key.empty()) {
+        std::cerr << "quill: " << file << ": every field is empty: the version block lists no translation\n";
+      } else {
+        const std::string k = UnicodeToUtf8(key);
+        std::cerr << "quill: " << file << ": every field is empty: looked under translation " << k << " (language "
+                  << k.substr(0, 4) << ", code page " << k.substr(4) << "), the first the block lists\n";
+      }
+    }
   });
 }
 

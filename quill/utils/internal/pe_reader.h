@@ -116,4 +116,7 @@ class VersionBlock {
 // GetVersionInfo over an image: the routine's whole behaviour, minus the file.
 [[nodiscard]] bool ReadVersionInfo(const ByteSource& image, TGVersionInfoRec& Rec);
 
+// GetVersionTranslation over an image.
+[[nodiscard]] bool ReadVersionTranslation(const ByteSource& image, UnicodeString& Translation);
+
 }  // namespace quill::Gutils::internal
