@@ -18,12 +18,18 @@ UnicodeString AbbrByLocale(LCID Locale) {
 }
 
 UnicodeString ISOCodesByLocale(LCID Locale) {
-  return LocaleInfo(Locale, LOCALE_SISO3166CTRYNAME) + u" " + LocaleInfo(Locale, LOCALE_SISO639LANGNAME);
+  UnicodeString codes = LocaleInfo(Locale, LOCALE_SISO3166CTRYNAME);
+  codes += u' ';
+  codes += LocaleInfo(Locale, LOCALE_SISO639LANGNAME);
+  return codes;
 }
 
 UnicodeString ISOCodesByLocaleTMX(LCID Locale) {
   UnicodeString codes = LocaleInfo(Locale, LOCALE_SISO639LANGNAME);
-  if (!IsPrimary(Locale)) codes += u"-" + LocaleInfo(Locale, LOCALE_SISO3166CTRYNAME);
+  if (!IsPrimary(Locale)) {
+    codes += u'-';
+    codes += LocaleInfo(Locale, LOCALE_SISO3166CTRYNAME);
+  }
   return codes;
 }
 

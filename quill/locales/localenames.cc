@@ -162,7 +162,10 @@ UnicodeString LocaleEngName(LCID Locale) {
   if (row != std::end(kEngNames)) return UnicodeString(row->Name);
   UnicodeString name = LocaleInfo(Locale, LOCALE_SENGLANGUAGE);
   if (GetPrimaryLangID(Locale) != Locale) {
-    name = Gstrings::GetBeforeSep(u" (", name) + u" (" + LocaleInfo(Locale, LOCALE_SABBREVLANGNAME) + u")";
+    name = Gstrings::GetBeforeSep(u" (", name);
+    name += u" (";
+    name += LocaleInfo(Locale, LOCALE_SABBREVLANGNAME);
+    name += u')';
   }
   return name;
 }
