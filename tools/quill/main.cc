@@ -81,6 +81,7 @@ int main(int argc, char** argv) {
   RegisterCompressCommands(app);
   RegisterUtilsCommands(app);
   RegisterHelpCommands(app);
+  RegisterLocaleCommands(app);
 
   try {
     try {
