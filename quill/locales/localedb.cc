@@ -1,6 +1,8 @@
 // The locale database: Windows facts from the fact table, names from ICU.
 #include "quill/locales/internal/localedb.h"
 
+#include <unicode/uloc.h>
+
 #include <cstdio>
 #include <set>
 #include <string>
@@ -65,9 +67,31 @@ std::optional<UnicodeString> CountryName(const icu::Locale& loc, const icu::Loca
 std::optional<UnicodeString> DisplayName(const icu::Locale& loc, const icu::Locale& display,
                                          const WinLocaleFact& fact) {
   if (!LanguageName(loc, display)) return Cell(fact.english_display);
+  UErrorCode err = U_ZERO_ERROR;
+  UChar buffer[128];
+  const int32_t n = uloc_getDisplayKeywordValue(loc.getName(), "collation", display.getName(), buffer, 128, &err);
+  const icu::UnicodeString sort = U_SUCCESS(err) && n > 0 && n < 128 ? icu::UnicodeString(buffer, n) : icu::UnicodeString();
+  if (sort.isEmpty()) {
+    icu::UnicodeString name;
+    loc.getDisplayName(display, name);
+    return FromIcu(name);
+  }
+  // A sort order reads as one more item in the brackets ("Spanish (Spain,
+  // Traditional Sort Order)"), not as ICU's "Sort Order=..." pair.
+  const icu::Locale plain(loc.getLanguage(), loc.getCountry(), loc.getVariant());
   icu::UnicodeString name;
-  loc.getDisplayName(display, name);
-  return FromIcu(name);
+  plain.getDisplayName(display, name);
+  UnicodeString text = FromIcu(name);
+  const UnicodeString item = FromIcu(sort);
+  if (!text.empty() && text.back() == u')') {
+    text.pop_back();
+    text += u", ";
+  } else {
+    text += u" (";
+  }
+  text += item;
+  text += u')';
+  return text;
 }
 
 }  // namespace
