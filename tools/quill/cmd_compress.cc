@@ -49,7 +49,8 @@ class Progress {
     } else if (m != "never") {
       enabled_ = isatty(STDERR_FILENO) && (total < 0 || total > kProgressThreshold);
     }
-    start_ = next_ = Clock::now();
+    start_ = Clock::now();
+    next_ = start_ + std::chrono::milliseconds(250);  // a rate needs some time first
   }
   ~Progress() {
     if (shown_) std::fputs("\r\033[K", stderr);
