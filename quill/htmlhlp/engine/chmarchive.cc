@@ -151,7 +151,45 @@ bool IsCompiledHelpFile(const std::string& path) {
   return n == 4 && std::memcmp(head.data(), "ITSF", 4) == 0;
 }
 
-TChmArchive::TChmArchive(const std::string& path) : file_(chm_open(path.c_str())) {}
+bool HasSaneHeaders(const std::string& path) {
+  constexpr size_t kItsfSize = 0x58;  // through the directory's offset and length
+  constexpr size_t kItspSize = 0x54;
+  constexpr uint32_t kMinChunk = 256;
+  constexpr uint32_t kMaxChunk = 64 * 1024;
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  struct stat st {};
+  std::array<uint8_t, kItsfSize> itsf{};
+  std::array<uint8_t, kItspSize> itsp{};
+  bool ok = fstat(fd, &st) == 0 && st.st_size >= 0 &&
+            pread(fd, itsf.data(), itsf.size(), 0) == static_cast<ssize_t>(itsf.size()) &&
+            std::memcmp(itsf.data(), "ITSF", 4) == 0;
+  auto u32 = [](const uint8_t* p) {
+    return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) | (static_cast<uint32_t>(p[2]) << 16) |
+           (static_cast<uint32_t>(p[3]) << 24);
+  };
+  auto u64 = [&u32](const uint8_t* p) { return static_cast<uint64_t>(u32(p)) | (static_cast<uint64_t>(u32(p + 4)) << 32); };
+  if (ok) {
+    const uint64_t size = static_cast<uint64_t>(st.st_size);
+    const uint64_t dir_offset = u64(itsf.data() + 0x48);
+    const uint64_t dir_len = u64(itsf.data() + 0x50);
+    ok = dir_offset <= size && dir_len <= size - dir_offset && dir_len >= kItspSize &&
+         pread(fd, itsp.data(), itsp.size(), static_cast<off_t>(dir_offset)) == static_cast<ssize_t>(itsp.size()) &&
+         std::memcmp(itsp.data(), "ITSP", 4) == 0;
+    if (ok) {
+      const uint32_t header_len = u32(itsp.data() + 0x08);
+      const uint32_t chunk = u32(itsp.data() + 0x10);
+      const uint32_t chunks = u32(itsp.data() + 0x2C);  // the directory's chunk count
+      ok = header_len >= kItspSize && header_len <= dir_len && chunk >= kMinChunk && chunk <= kMaxChunk &&
+           static_cast<uint64_t>(chunk) * chunks <= dir_len - header_len;
+    }
+  }
+  close(fd);
+  return ok;
+}
+
+TChmArchive::TChmArchive(const std::string& path)
+    : file_(HasSaneHeaders(path) ? chm_open(path.c_str()) : nullptr) {}
 
 TChmArchive::~TChmArchive() {
   if (file_ != nullptr) chm_close(file_);

@@ -28,8 +28,16 @@ struct TExtractLimits {
   uint32_t MaxObjects = 100000;          // more objects fail the extraction
 };
 
+// Whether the headers of the compiled help file `path` are in bounds before
+// chmlib reads them: the "ITSF" header, the "ITSP" directory header inside
+// the file, a directory chunk size of 256 bytes to 64 KiB (chmlib allocates
+// one chunk at once; real files use 4 or 8 KiB) and directory chunks that
+// fit in the directory. False for anything else.
+[[nodiscard]] bool HasSaneHeaders(const std::string& path);
+
 class TChmArchive {
  public:
+  // Opens `path` with chmlib when HasSaneHeaders(path); else IsOpen() is false.
   explicit TChmArchive(const std::string& path);
   ~TChmArchive();
   TChmArchive(const TChmArchive&) = delete;

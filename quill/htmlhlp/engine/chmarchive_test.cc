@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "quill/htmlhlp/internal/test_viewer.h"
 
@@ -28,6 +29,34 @@ TEST(IsCompiledHelpFile, BySignature) {
   EXPECT_TRUE(IsCompiledHelpFile(TestData("test.chm")));
   EXPECT_FALSE(IsCompiledHelpFile(TestData("pages/index.htm")));
   EXPECT_FALSE(IsCompiledHelpFile("/nonexistent.chm"));
+}
+
+// Headers that would make chmlib allocate or read out of proportion are
+// refused before chmlib sees the file.
+TEST(HasSaneHeaders, HeaderBounds) {
+  TRecordingViewer v;
+  EXPECT_TRUE(HasSaneHeaders(TestData("test.chm")));
+  EXPECT_FALSE(HasSaneHeaders(TestData("pages/index.htm")));
+  const std::string good = ReadFile(TestData("test.chm"));
+  auto patched = [&v, &good](size_t at, uint32_t value, size_t keep = std::string::npos) {
+    std::string bytes = good.substr(0, keep);
+    if (at + 4 <= bytes.size()) {
+      for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(value >> (8 * i));
+    }
+    const fs::path p = v.Dir() / "patched.chm";
+    std::ofstream(p, std::ios::binary) << bytes;
+    return HasSaneHeaders(p);
+  };
+  const size_t itsp = 120;  // the directory's offset in test.chm
+  EXPECT_TRUE(patched(itsp + 0x10, 4096));
+  EXPECT_FALSE(patched(itsp + 0x10, 0xF6000000u));  // a 4 GB directory chunk
+  EXPECT_FALSE(patched(itsp + 0x10, 128));          // too small to hold an entry
+  EXPECT_FALSE(patched(itsp + 0x2C, 2));            // more chunks than the directory holds
+  EXPECT_FALSE(patched(0x48, 0x7FFFFFFFu));         // the directory beyond the file
+  EXPECT_FALSE(patched(itsp, 0));                   // no "ITSP"
+  EXPECT_FALSE(patched(0, 0, 0x40));                // cut inside the first header
+  EXPECT_FALSE(patched(0, 0, itsp + 0x20));         // cut inside the directory header
+  EXPECT_FALSE(TChmArchive((v.Dir() / "patched.chm").string()).IsOpen());
 }
 
 TEST(TChmArchive, OpensOnlyCompiledHelp) {
