@@ -127,7 +127,7 @@ TEST(TRegistry, KeyNamesIgnoreCaseAndKeepFirstCase) {
   // Beyond ASCII: simple case folding, no locale.
   ASSERT_TRUE(reg.OpenKey(u"\\\u00C4rger", true));
   EXPECT_TRUE(reg.KeyExists(u"\\\u00E4RGER"));
-  EXPECT_TRUE(reg.KeyExists(u"\\\u03A3\u03B9") == false);
+  EXPECT_FALSE(reg.KeyExists(u"\\\u03A3\u03B9"));
   // Sharp s folds to itself by simple folding, so it differs from "SS".
   ASSERT_TRUE(reg.OpenKey(u"\\stra\u00DFe", true));
   EXPECT_FALSE(reg.KeyExists(u"\\STRASSE"));

@@ -406,11 +406,7 @@ void Connection::RollbackUser() {
   if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
-bool Connection::KeyAlive(int64_t id) {
-  Query q(*this, kKeyAlive);
-  q.Bind(1, id);
-  return q.Step();
-}
+bool Connection::KeyAlive(int64_t id) { return HasRow(kKeyAlive, id); }
 
 int64_t Connection::FindChild(int64_t parent, const std::string& fold) {
   Query q(*this, kFindChild);
@@ -436,19 +432,23 @@ void Connection::DeleteTree(int64_t id) {
   q.Step();
 }
 
-std::vector<std::string> Connection::ChildNames(int64_t parent) {
+std::vector<std::string> Connection::NameList(Stmt which, int64_t id) {
   std::vector<std::string> out;
-  Query q(*this, kChildNames);
-  q.Bind(1, parent);
+  Query q(*this, which);
+  q.Bind(1, id);
   while (q.Step()) out.push_back(q.Text(0));
   return out;
 }
 
-bool Connection::HasChildren(int64_t parent) {
-  Query q(*this, kHasChildren);
-  q.Bind(1, parent);
+bool Connection::HasRow(Stmt which, int64_t id) {
+  Query q(*this, which);
+  q.Bind(1, id);
   return q.Step();
 }
+
+std::vector<std::string> Connection::ChildNames(int64_t parent) { return NameList(kChildNames, parent); }
+
+bool Connection::HasChildren(int64_t parent) { return HasRow(kHasChildren, parent); }
 
 std::optional<ValueData> Connection::GetValue(int64_t key, const std::string& fold) {
   Query q(*this, kGetValue);
@@ -484,13 +484,7 @@ bool Connection::DeleteValue(int64_t key, const std::string& fold) {
   return sqlite3_changes(db_) > 0;
 }
 
-std::vector<std::string> Connection::ValueNames(int64_t key) {
-  std::vector<std::string> out;
-  Query q(*this, kValueNames);
-  q.Bind(1, key);
-  while (q.Step()) out.push_back(q.Text(0));
-  return out;
-}
+std::vector<std::string> Connection::ValueNames(int64_t key) { return NameList(kValueNames, key); }
 
 std::string Connection::IntegrityCheck() {
   sqlite3_stmt* st = nullptr;

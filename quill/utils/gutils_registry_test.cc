@@ -30,6 +30,17 @@ void Store(const UnicodeString& key, const UnicodeString& name, const UnicodeStr
   reg.WriteString(name, text);
 }
 
+// The message of the E that `f` raises; "(no exception)" when none.
+template <typename E, typename F>
+UnicodeString ErrorOf(F f) {
+  try {
+    f();
+  } catch (const E& e) {
+    return e.Message();
+  }
+  return u"(no exception)";
+}
+
 std::string Pos(const TGControl& c) {
   return std::to_string(c.Left()) + "," + std::to_string(c.Top()) + "," + std::to_string(c.Width()) + "," +
          std::to_string(c.Height());
@@ -86,12 +97,7 @@ TEST(ReadRegInt, TypeErrorsAreNotCaught) {
   reg.WriteString(u"s", u"12");
   reg.WriteInteger(u"i", 12);
   // A value of another type raises the registry error; no default is used.
-  try {
-    (void)ReadRegInt(reg, u"s", 1);
-    FAIL() << "no exception";
-  } catch (const ERegistryException& e) {
-    EXPECT_EQ(e.Message(), u"Invalid data type for 's'");
-  }
+  EXPECT_EQ(ErrorOf<ERegistryException>([&] { (void)ReadRegInt(reg, u"s", 1); }), u"Invalid data type for 's'");
   EXPECT_THROW((void)ReadRegBool(reg, u"s", true), ERegistryException);
   EXPECT_THROW((void)ReadRegStr(reg, u"i", u"x"), ERegistryException);
 }
@@ -221,12 +227,8 @@ TEST(LoadControlPosReg, MissingHeightRaisesAfterSettingTheOthers) {
   TempRegistry tmp;
   Store(u"\\Software\\App", u"Main", u"10,20,300");
   RecordingControl wnd(1, 2, 3, 4);
-  try {
-    LoadControlPosReg(wnd, u"Software\\App", u"Main");
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), u"'' is not a valid integer value");
-  }
+  EXPECT_EQ(ErrorOf<EConvertError>([&] { LoadControlPosReg(wnd, u"Software\\App", u"Main"); }),
+            u"'' is not a valid integer value");
   EXPECT_EQ(wnd.calls, (std::vector<std::string>{"L10", "T20", "W300"}));
   EXPECT_EQ(Pos(wnd), "10,20,300,4");
 }
@@ -235,12 +237,8 @@ TEST(LoadControlPosReg, MalformedFieldStopsThere) {
   TempRegistry tmp;
   Store(u"\\App", u"Main", u"10,x,300,200");
   RecordingControl wnd(1, 2, 3, 4);
-  try {
-    LoadControlPosReg(wnd, u"App", u"Main");
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), u"'x' is not a valid integer value");
-  }
+  EXPECT_EQ(ErrorOf<EConvertError>([&] { LoadControlPosReg(wnd, u"App", u"Main"); }),
+            u"'x' is not a valid integer value");
   EXPECT_EQ(wnd.calls, (std::vector<std::string>{"L10"}));
 }
 
@@ -406,20 +404,12 @@ TEST(LoadPropertyValueReg, ConversionErrorsReachTheCaller) {
   TempRegistry tmp;
   TGMemoryComponent form = MakeForm();
   Store(u"\\App", u"Form1.Tag", u"12abc");
-  try {
-    LoadPropertyValueReg(form, u"Tag", u"App");
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), u"'12abc' is not a valid integer value");
-  }
+  EXPECT_EQ(ErrorOf<EConvertError>([&] { LoadPropertyValueReg(form, u"Tag", u"App"); }),
+            u"'12abc' is not a valid integer value");
   EXPECT_EQ(form.GetIntProp(u"Tag"), 0);
   Store(u"\\App", u"Form1.Align", u"alBottom");
-  try {
-    LoadPropertyValueReg(form, u"Align", u"App");
-    FAIL() << "no exception";
-  } catch (const EPropertyConvertError& e) {
-    EXPECT_EQ(e.Message(), u"Invalid property element: alBottom");
-  }
+  EXPECT_EQ(ErrorOf<EPropertyConvertError>([&] { LoadPropertyValueReg(form, u"Align", u"App"); }),
+            u"Invalid property element: alBottom");
   EXPECT_EQ(form.GetEnumProp(u"Align"), u"alTop");
 }
 

@@ -64,7 +64,7 @@ class Connection {
 
   // Keys.
   [[nodiscard]] bool KeyAlive(int64_t id);
-  // Child of `parent` by folded name: (id, stored name) or 0.
+  // Id of the child of `parent` with that folded name, or 0.
   int64_t FindChild(int64_t parent, const std::string& fold);
   // Inserts a child (caller runs inside Write and checked it is absent).
   int64_t InsertChild(int64_t parent, const std::string& name, const std::string& fold);
@@ -95,6 +95,10 @@ class Connection {
   friend class Query;
   sqlite3_stmt* Prepare(Stmt which);
   void Exec(Stmt which);
+  // The first column of every row of `which` run with ?1 = id.
+  std::vector<std::string> NameList(Stmt which, int64_t id);
+  // Whether `which` run with ?1 = id gives a row.
+  bool HasRow(Stmt which, int64_t id);
   void Setup();
   void CreateSchema();
 
