@@ -47,6 +47,8 @@ int64_t ConvertiblePage(int32_t CodePage) {
 
 }  // namespace
 
+bool IsCodePageSupported(int32_t CodePage) { return ConvertiblePage(CodePage) >= 0; }
+
 WideString StrToWideByCodePage(std::string_view S, int32_t CodePage) {
   const int64_t page = ConvertiblePage(CodePage);
   // Nothing to convert, or no converter: the ordinary conversion.

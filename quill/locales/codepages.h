@@ -29,6 +29,11 @@ inline constexpr int32_t CP_OEMCP = 1;
 inline constexpr int32_t CP_MACCP = 2;
 inline constexpr int32_t CP_THREAD_ACP = 3;
 
+// True when the conversions convert with `CodePage` itself rather than
+// fall back to the default ANSI page: 0..3 and every page with a converter
+// except the UTF-16/UTF-32 ones (1200, 1201, 12000, 12001).
+[[nodiscard]] QUILL_API bool IsCodePageSupported(int32_t CodePage);
+
 // `S` decoded from `CodePage`. Empty `S`, or a page without a converter
 // (negative numbers, 1200/1201 and the other UTF-16/32 pages, unknown
 // numbers), gives the ordinary conversion of `S` in the default ANSI page.

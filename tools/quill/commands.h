@@ -19,6 +19,7 @@ void RegisterCompressCommands(CLI::App& app);
 void RegisterUtilsCommands(CLI::App& app);
 void RegisterHelpCommands(CLI::App& app);
 void RegisterLocaleCommands(CLI::App& app);
+void RegisterCodePageCommands(CLI::App& app);
 
 // Each Demo* prints a short demonstration of the unit on bundled sample data.
 void DemoRuntime(std::ostream& out);

@@ -82,6 +82,7 @@ int main(int argc, char** argv) {
   RegisterUtilsCommands(app);
   RegisterHelpCommands(app);
   RegisterLocaleCommands(app);
+  RegisterCodePageCommands(app);
 
   try {
     try {
