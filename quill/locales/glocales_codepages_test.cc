@@ -234,6 +234,16 @@ TEST(StrToWideByCodePage, UnknownPagesFallBackToTheDefaultAnsiPage) {
   }
 }
 
+TEST(IsCodePageSupported, PagesTheConversionsUse) {
+  for (int32_t cp : {0, 1, 2, 3, 437, 932, 1252, 20127, 28605, 54936, 65000, 65001}) {
+    EXPECT_TRUE(IsCodePageSupported(cp)) << cp;
+  }
+  // The UTF-16/32 pages have converters but are no 8-bit encodings.
+  for (int32_t cp : {1200, 1201, 12000, 12001, 42, 12345, -1, -65001}) {
+    EXPECT_FALSE(IsCodePageSupported(cp)) << cp;
+  }
+}
+
 TEST(StrToWideByCodePage, SpecialPageNumbers) {
   ScopedEnv env{{"QUILL_ANSI_CODEPAGE", "1251"}, {"QUILL_SYSTEM_LOCALE", "en-US"}};
   // 0 and 3: the default ANSI page.
