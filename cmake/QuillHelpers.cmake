@@ -159,6 +159,7 @@ function(quill_install_rules)
     FILES_MATCHING PATTERN "*.h"
     PATTERN "internal" EXCLUDE
     PATTERN "engine" EXCLUDE        # the help engine plugin's own sources
+    PATTERN "testdata" EXCLUDE
     PATTERN "*_test*" EXCLUDE
     ${qt_headers})
   install(DIRECTORY ${QUILL_GENERATED_DIR}/quill DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

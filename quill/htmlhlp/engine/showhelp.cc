@@ -9,6 +9,7 @@
 
 #include "quill/htmlhlp/engine/chmarchive.h"
 #include "quill/htmlhlp/engine/helpname.h"
+#include "quill/htmlhlp/engine/isolate.h"
 #include "quill/htmlhlp/htmlhelp_api.h"
 #include "quill/utils/internal/spawn.h"
 
@@ -75,7 +76,9 @@ uintptr_t ShowHelp(std::string_view name, uint32_t command, uintptr_t data) {
     } else {
       request.topic = help.Topic;
     }
-    std::optional<std::string> extracted = CompiledTopicFile(file, st, request);
+    // The file is read in a child process: a damaged one that crashes chmlib
+    // must not take the application with it.
+    std::optional<std::string> extracted = RunIsolated([&] { return CompiledTopicFile(file, st, request); });
     if (!extracted) return 0;
     page = std::move(*extracted);
   } else {

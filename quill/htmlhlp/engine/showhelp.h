@@ -19,7 +19,9 @@ namespace quill::Ghtmlhlp::engine {
 //   has no map or the number is not in it.
 // - Other commands: 0.
 // - A compiled help file's pages are extracted once into the private cache
-//   (HelpCacheRoot); the topic's extracted file is handed on. Any other
+//   (HelpCacheRoot); the topic's extracted file is handed on. The file is
+//   read in a child process (RunIsolated), so a damaged file that crashes the
+//   reader shows nothing instead. Any other
 //   existing file (an HTML page) is handed on as it is; naming a topic in it
 //   gives 0.
 // - The viewer is $QUILL_OPEN_COMMAND (split like shell words) or xdg-open,

@@ -113,6 +113,18 @@ TEST(ShowHelp, TraversalTopicRefused) {
   EXPECT_FALSE(fs::exists(v.CacheRoot() / "zzescape.htm"));
 }
 
+// A damaged file that makes chmlib itself crash (a forged compression
+// header: a division by zero inside chm_open, found by fuzzing) shows
+// nothing, and the application lives on.
+TEST(ShowHelp, FileThatCrashesTheReader) {
+  TRecordingViewer v;
+  EXPECT_EQ(Show(TestData("chmlib-fpe.chm") + "::/pages/index.htm", HH_DISPLAY_TOPIC), 0u);
+  EXPECT_EQ(Show(TestData("chmlib-fpe.chm"), HH_HELP_CONTEXT, 42), 0u);
+  EXPECT_EQ(v.Asked(0), std::vector<std::string>{});
+  // The reader itself is fine afterwards.
+  EXPECT_GT(Show(TestData("test.chm"), HH_DISPLAY_TOPIC), 0u);
+}
+
 // A viewer command that cannot be started shows nothing.
 TEST(ShowHelp, ViewerThatCannotStart) {
   TRecordingViewer v;

@@ -11,6 +11,9 @@
 #                  rewritten in place to "/../../zzescape.htm" (same length, so
 #                  the directory stays valid): a file whose contents try to
 #                  climb out of the extraction folder.
+#
+# chmlib-fpe.chm is not made here: it is a file the fuzzer found that makes
+# chmlib divide by zero in chm_open, kept as found.
 set -euo pipefail
 cd "$(dirname "$0")"
 scratch=$(mktemp -d)
