@@ -486,9 +486,11 @@ bool Connection::DeleteValue(int64_t key, const std::string& fold) {
 
 std::vector<std::string> Connection::ValueNames(int64_t key) { return NameList(kValueNames, key); }
 
-std::string Connection::IntegrityCheck() {
+std::string Connection::IntegrityCheck() { return QueryText("PRAGMA integrity_check"); }
+
+std::string Connection::QueryText(const char* sql) {
   sqlite3_stmt* st = nullptr;
-  int rc = sqlite3_prepare_v2(db_, "PRAGMA integrity_check", -1, &st, nullptr);
+  int rc = sqlite3_prepare_v2(db_, sql, -1, &st, nullptr);
   if (rc != SQLITE_OK) Fail(rc);
   std::string result;
   rc = sqlite3_step(st);

@@ -80,6 +80,9 @@ class Connection {
   bool DeleteValue(int64_t key, const std::string& fold);
   std::vector<std::string> ValueNames(int64_t key);
 
+  // The first column of the first row of a PRAGMA or query, as text.
+  std::string QueryText(const char* sql);
+
   // PRAGMA integrity_check's first line ("ok" when sound).
   std::string IntegrityCheck();
 
