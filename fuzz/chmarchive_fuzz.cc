@@ -4,7 +4,10 @@
 // 1 MiB so a run stays small). The fuzzer's own process must never crash,
 // and nothing may be written outside the extraction folder. (chmlib crashes
 // on some files; they end the child only. Coverage inside the child is not
-// seen by the fuzzer.)
+// seen by the fuzzer. The child works in a scratch folder with its standard
+// error closed, so the crash reports and artifacts that the fuzzer's runtime
+// writes for a dying child stay out of the way.)
+#include <fcntl.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -21,14 +24,31 @@ namespace {
 namespace E = quill::Ghtmlhlp::engine;
 namespace fs = std::filesystem;
 
+// Made once and removed at exit; kept on the heap so that it outlives the
+// exit handler that removes it.
 const std::string& Scratch() {
-  static const std::string dir = [] {
+  static const std::string* const dir = [] {
     const char* tmp = std::getenv("TMPDIR");
-    std::string pattern = std::string(tmp != nullptr && tmp[0] == '/' ? tmp : "/tmp") + "/chmarchive_fuzz-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) std::abort();
+    auto* pattern = new std::string(std::string(tmp != nullptr && tmp[0] == '/' ? tmp : "/tmp") +
+                                    "/chmarchive_fuzz-XXXXXX");
+    if (mkdtemp(pattern->data()) == nullptr) std::abort();
+    std::atexit([] {
+      std::error_code ec;
+      fs::remove_all(Scratch(), ec);
+    });
     return pattern;
   }();
-  return dir;
+  return *dir;
+}
+
+// In the child: work in the scratch folder, standard error to /dev/null.
+void QuietChild() {
+  const fs::path cwd = fs::path(Scratch()) / "child";
+  std::error_code ec;
+  fs::create_directories(cwd, ec);
+  if (chdir(cwd.c_str()) != 0) _exit(1);
+  const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (null >= 0) dup2(null, STDERR_FILENO);
 }
 
 }  // namespace
@@ -46,6 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fs::remove_all(box, ec);
   fs::create_directories(out);
   (void)E::RunIsolated([&]() -> std::optional<std::string> {
+    QuietChild();
     E::TChmArchive chm(file);
     if (!chm.IsOpen()) return std::nullopt;
     (void)chm.DefaultTopic();
