@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "quill/locales/codepages.h"
+#include "quill/rtl/internal/converter.h"
 #include "quill/rtl/localefacts.h"
 #include "quill/rtl/syslocale.h"
 #include "quill/rtl/unicode.h"
@@ -24,6 +25,9 @@ struct CollatorCloser {
 struct LocaleCollator {
   std::unique_ptr<UCollator, CollatorCloser> collator;  // nullptr: unknown locale
   int32_t code_page = 0;                                // the locale's ANSI page
+  // The page's byte table when it is a single-byte page (tables live for the
+  // process), so that short words decode without a conversion call.
+  const char16_t* to_unicode = nullptr;
 };
 
 // The collator of a (resolved) locale for the calling thread, opened on first
@@ -50,8 +54,21 @@ const LocaleCollator& CollatorFor(LCID resolved) {
       }
     }
     entry.code_page = static_cast<int32_t>(fact->ansi_cp);
+    // Page 0 means GetACP(), which the environment may change: decode those
+    // through the conversion each time.
+    if (entry.code_page != 0) entry.to_unicode = quill::internal::ConverterFor(fact->ansi_cp).to_unicode;
   }
   return cache.emplace(resolved, std::move(entry)).first->second;
+}
+
+// `s` decoded as StrToWideByCodePage(s, lc.code_page) decodes it, into `out`.
+void Decode(const LocaleCollator& lc, std::string_view s, std::u16string& out) {
+  if (lc.to_unicode == nullptr) {
+    out = StrToWideByCodePage(s, lc.code_page);
+    return;
+  }
+  out.resize(s.size());
+  for (size_t i = 0; i < s.size(); ++i) out[i] = lc.to_unicode[static_cast<unsigned char>(s[i])];
 }
 
 // The key of `text` into `buf` (grown when too small); its length.
@@ -75,19 +92,20 @@ int32_t GetSortKey(std::string_view S, LCID Locale, uint8_t*& Key) {
 
   // Measure the key of all of S followed by its terminator. U+0000 is
   // completely ignorable in every collation, so that is the key of S.
-  const WideString text = StrToWideByCodePage(S, lc.code_page);
+  static thread_local std::u16string text;
+  Decode(lc, S, text);
   const int32_t n = KeyInto(c, text, scratch);
   if (n <= 0) return 0;
   Key = static_cast<uint8_t*>(GetMem(static_cast<size_t>(n)));
 
   // The key proper covers S up to its first 0 byte.
-  const size_t nul = S.find('\0');
-  if (nul == std::string_view::npos) {
+  const void* nul = std::memchr(S.data(), 0, S.size());
+  if (nul == nullptr) {
     std::memcpy(Key, scratch.data(), static_cast<size_t>(n));
     return n;
   }
-  const WideString head = StrToWideByCodePage(S.substr(0, nul), lc.code_page);
-  const int32_t m = ucol_getSortKey(c, head.data(), static_cast<int32_t>(head.size()), Key, n);
+  Decode(lc, S.substr(0, static_cast<size_t>(static_cast<const char*>(nul) - S.data())), text);
+  const int32_t m = ucol_getSortKey(c, text.data(), static_cast<int32_t>(text.size()), Key, n);
   return m <= n ? m : 0;
 }
 
