@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <thread>
@@ -590,6 +591,34 @@ TEST(RegistryStore, ThreadsWriteAndReadAtOnce) {
   TStringList names;
   reg.GetValueNames(names);
   EXPECT_EQ(names.Count(), kThreads * kValues);
+}
+
+TEST(RegistryStore, WriterWaitsForAnotherTransaction) {
+  TempRegistry tmp;
+  TRegistry holder;
+  std::atomic<bool> started{false};
+  std::atomic<bool> wrote{false};
+  std::thread other;
+  {
+    TRegistryTransaction tx(holder);
+    ASSERT_TRUE(holder.OpenKey(u"Busy", true));
+    holder.WriteInteger(u"v", 1);
+    // Another writer must wait for this transaction, then succeed.
+    other = std::thread([&] {
+      TRegistry reg;
+      started = true;
+      reg.OpenKey(u"Busy", true);
+      reg.WriteInteger(u"v", 2);
+      wrote = true;
+    });
+    while (!started) std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_FALSE(wrote.load());
+    tx.Commit();
+  }
+  other.join();
+  EXPECT_TRUE(wrote.load());
+  EXPECT_EQ(holder.ReadInteger(u"v"), 2);  // the waiting write came last
 }
 
 TEST(TRegistryIniFile, OpensAndCreatesItsKey) {
