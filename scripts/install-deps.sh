@@ -7,7 +7,7 @@ packages=(
   cmake ninja-build g++ clang libclang-rt-14-dev
   libicu-dev libgtest-dev libgmock-dev libbenchmark-dev
   zlib1g-dev liblz4-dev libsqlite3-dev libcli11-dev
-  gettext pkg-config libchm-dev
+  gettext pkg-config libchm-dev time
   qt6-base-dev qt6-qpa-plugins fonts-dejavu-core xvfb xauth
 )
 

@@ -55,9 +55,10 @@ class Progress {
   ~Progress() {
     if (shown_) std::fputs("\r\033[K", stderr);
   }
-  // Called with the input bytes read so far; cheap when nothing is drawn.
+  // Called with the input bytes read so far (once per block the coder
+  // reads); cheap when nothing is drawn.
   void Update(int64_t done) {
-    if (!enabled_ || ++calls_ % 4 != 0) return;
+    if (!enabled_) return;
     const auto now = Clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(250);
@@ -84,7 +85,6 @@ class Progress {
   int64_t total_;
   bool enabled_ = false;
   bool shown_ = false;
-  uint64_t calls_ = 0;
   Clock::time_point start_, next_;
 };
 

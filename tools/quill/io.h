@@ -34,8 +34,15 @@ class ToolError : public std::runtime_error {
 // remembered and later output is dropped.
 std::ostream& Stdout();
 
-// Routes std::cout through the checked buffer; main() calls it first.
+// Routes std::cout through the checked buffer; main() calls it first. It also
+// notes which of the standard descriptors 0, 1 and 2 the caller closed and
+// opens /dev/null on them, so that no file the tool opens later takes their
+// place: reading "-" then still reports a closed standard input, and output
+// to a closed standard output is an error.
 void InstallCheckedStdout();
+
+// True when the tool started with standard input closed.
+bool StdinWasClosed();
 
 // Throws ToolError(kExitDataError, "cannot write standard output: REASON")
 // when a write to standard output has failed so far. Long-running commands

@@ -98,7 +98,9 @@ InputFile::InputFile(const std::string& name) {
   struct stat st {};
   if (name == "-") {
     display_ = "standard input";
-    if (fstat(STDIN_FILENO, &st) != 0) throw ToolError(kExitDataError, "cannot read standard input: it is closed");
+    if (StdinWasClosed() || fstat(STDIN_FILENO, &st) != 0) {
+      throw ToolError(kExitDataError, "cannot read standard input: it is closed");
+    }
     fd_ = STDIN_FILENO;
   } else {
     display_ = name;

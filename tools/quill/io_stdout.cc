@@ -1,5 +1,6 @@
 // The checked standard output: a std::streambuf writing to file descriptor 1
 // with a 64 KiB buffer, remembering the first failed write.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -48,6 +49,10 @@ class CheckedOutBuf : public std::streambuf {
     return error_ == 0 && WriteAll(buffer_, n);
   }
   bool WriteAll(const char* p, size_t n) {
+    if (closed_ && n > 0) {
+      error_ = EBADF;
+      return false;
+    }
     while (n > 0) {
       const ssize_t w = ::write(STDOUT_FILENO, p, n);
       if (w < 0 && errno == EINTR) continue;
@@ -63,7 +68,15 @@ class CheckedOutBuf : public std::streambuf {
 
   char buffer_[1 << 16];
   int error_ = 0;
+  bool closed_ = false;
+
+ public:
+  // Standard output was closed by the caller: the first byte written fails.
+  void MarkClosed() { closed_ = true; }
 };
+
+bool g_stdin_closed = false;
+bool g_stdout_closed = false;
 
 // Never destroyed: std::cout may still be flushed while the program exits.
 CheckedOutBuf& Buf() {
@@ -75,14 +88,26 @@ CheckedOutBuf& Buf() {
 
 std::ostream& Stdout() { return std::cout; }
 
+bool StdinWasClosed() { return g_stdin_closed; }
+
 void InstallCheckedStdout() {
+  bool closed[3] = {};
+  for (int fd = 0; fd < 3; ++fd) closed[fd] = fcntl(fd, F_GETFD) < 0 && errno == EBADF;
+  for (int fd = 0; fd < 3; ++fd) {
+    // open() takes the lowest free descriptor: the closed one.
+    if (closed[fd] && ::open("/dev/null", fd == 0 ? O_RDONLY : O_WRONLY) != fd) break;
+  }
+  g_stdin_closed = closed[0];
+  g_stdout_closed = closed[1];
+  if (closed[1]) Buf().MarkClosed();
   std::ios::sync_with_stdio(false);
   std::cout.rdbuf(&Buf());
 }
 
 void CheckStdout() {
   if (Buf().Error() != 0) {
-    throw ToolError(kExitDataError, "cannot write standard output: " + ErrorText(Buf().Error()));
+    throw ToolError(kExitDataError, "cannot write standard output: " +
+                                        (g_stdout_closed ? std::string("it is closed") : ErrorText(Buf().Error())));
   }
   if (!std::cout) throw ToolError(kExitDataError, "cannot write standard output");
 }

@@ -64,3 +64,19 @@ case_full_stdout_lzg_decompress() {
   "$QUILL" lzg compress "$SAMPLES/lzg-sample.txt" s.lzg
   full_fails "$QUILL" lzg decompress s.lzg -
 }
+
+# A closed standard output (>&-) is an error for a command that prints, and
+# no file the tool opens takes its place.
+case_closed_stdout() {
+  set +e
+  "$QUILL" date name 2024-05-05 >&- 2>"$TMPDIR/.err"
+  status=$?
+  set -e
+  err=$(cat "$TMPDIR/.err")
+  expect_status 1
+  expect_err "cannot write standard output: it is closed"
+  # A command that prints nothing still works, and writes its file.
+  "$QUILL" lzg compress "$SAMPLES/lzg-sample.txt" s.lzg >&-
+  "$QUILL" lzg decompress s.lzg back >&-
+  cmp back "$SAMPLES/lzg-sample.txt"
+}
