@@ -165,6 +165,7 @@ TEST_F(HtmlHelp, EngineKeptOnceLoaded) {
   UseMissingEngine();
   EXPECT_EQ(OpenHtmlHelp(WTestData("test.chm"), HH_DISPLAY_TOPIC, 0), -1);
   EXPECT_EQ(Ghtmlhlp::HtmlHelp, bound);
+  EXPECT_EQ(viewer.Asked(2).size(), 2u);
 }
 
 // The unit's last stop unloads the engine and clears the variables; a stop
@@ -180,6 +181,7 @@ TEST_F(HtmlHelp, LastStopUnloadsAndClears) {
   Finalization();
   EXPECT_FALSE(internal::HtmlHelpLoaded());
   ExpectCleared();
+  EXPECT_EQ(viewer.Asked(1).size(), 1u);
   initialization();  // for TearDown
 }
 

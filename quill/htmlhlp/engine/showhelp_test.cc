@@ -123,6 +123,7 @@ TEST(ShowHelp, FileThatCrashesTheReader) {
   EXPECT_EQ(v.Asked(0), std::vector<std::string>{});
   // The reader itself is fine afterwards.
   EXPECT_GT(Show(TestData("test.chm"), HH_DISPLAY_TOPIC), 0u);
+  EXPECT_EQ(v.Asked(1).size(), 1u);
 }
 
 // A viewer command that cannot be started shows nothing.

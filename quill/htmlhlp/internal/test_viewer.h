@@ -35,8 +35,14 @@ class TRecordingViewer {
     unsetenv("QUILL_OPEN_COMMAND");
     unsetenv("QUILL_WINHELP_COMMAND");
     unsetenv("XDG_CACHE_HOME");
-    std::error_code ec;
-    std::filesystem::remove_all(dir_, ec);
+    // A viewer that is still running may write its line while the folder is
+    // being removed; try again until the folder is gone.
+    for (int attempt = 0; attempt < 100; ++attempt) {
+      std::error_code ec;
+      std::filesystem::remove_all(dir_, ec);
+      if (!std::filesystem::exists(dir_, ec)) break;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
   }
   TRecordingViewer(const TRecordingViewer&) = delete;
   TRecordingViewer& operator=(const TRecordingViewer&) = delete;
