@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/text_checks.h"
 #include "quill/rtl/casing.h"
 #include "quill/rtl/compare.h"
 #include "quill/rtl/syslocale.h"
@@ -18,19 +19,6 @@
 namespace {
 
 constexpr const char* kPages[] = {"1252", "1251", "1254", "932", "936", "949", "950", "65001", "437", "65000"};
-
-bool HasLoneSurrogate(std::u16string_view s) {
-  for (size_t i = 0; i < s.size(); ++i) {
-    const char16_t c = s[i];
-    if (c >= 0xD800 && c <= 0xDBFF) {
-      if (i + 1 >= s.size() || s[i + 1] < 0xDC00 || s[i + 1] > 0xDFFF) return true;
-      ++i;
-    } else if (c >= 0xDC00 && c <= 0xDFFF) {
-      return true;
-    }
-  }
-  return false;
-}
 
 }  // namespace
 
@@ -60,10 +48,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   if (quill::AnsiUpperCase(units).size() != units.size()) std::abort();
   if (quill::AnsiLowerCase(units).size() != units.size()) std::abort();
-  if (!HasLoneSurrogate(units) && quill::Utf8ToUnicode(quill::UnicodeToUtf8(units)) != units) std::abort();
+  if (!quillfuzz::HasLoneSurrogate(units) && quill::Utf8ToUnicode(quill::UnicodeToUtf8(units)) != units) std::abort();
 
   const std::u16string from_utf8 = quill::Utf8ToUnicode(bytes);
-  if (HasLoneSurrogate(from_utf8)) std::abort();
+  if (quillfuzz::HasLoneSurrogate(from_utf8)) std::abort();
 
   const size_t half = units.size() / 2;
   const std::u16string_view a(units.data(), half);

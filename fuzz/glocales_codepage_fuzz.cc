@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/text_checks.h"
 #include "quill/locales/codepages.h"
 
 namespace {
@@ -28,20 +29,7 @@ const std::vector<TCodePageInfo>& Pages() {
   return pages;
 }
 
-bool HasLoneSurrogate(std::u16string_view s) {
-  for (size_t i = 0; i < s.size(); ++i) {
-    const char16_t c = s[i];
-    if (c >= 0xD800 && c <= 0xDBFF) {
-      if (i + 1 >= s.size() || s[i + 1] < 0xDC00 || s[i + 1] > 0xDFFF) return true;
-      ++i;
-    } else if (c >= 0xDC00 && c <= 0xDFFF) {
-      return true;
-    }
-  }
-  return false;
-}
-
-// ICU's decoding of `bytes` with the three IBM controls mapped straight.
+// ICU's own decoding of `bytes` (the caller maps the three IBM controls).
 std::u16string IcuDecode(const char* name, std::string_view bytes) {
   UErrorCode err = U_ZERO_ERROR;
   UConverter* c = ucnv_open(name, &err);
@@ -73,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (icu != wide) std::abort();
     if (wide.find(u'\uFFFD') == std::u16string::npos && back != bytes) std::abort();
   }
-  if (page.CodePage == 65001 && HasLoneSurrogate(wide)) std::abort();
+  if (page.CodePage == 65001 && quillfuzz::HasLoneSurrogate(wide)) std::abort();
 
   // The bytes read as UTF-16 units.
   std::u16string units(bytes.size() / 2, u'\0');
