@@ -4,10 +4,10 @@
 #include <unicode/uloc.h>
 
 #include <cstdio>
-#include <set>
 #include <string>
 
 #include "quill/locales/localeinfo.h"
+#include "quill/rtl/internal/icudata.h"
 #include "quill/rtl/localefacts.h"
 #include "quill/rtl/syslocale.h"
 #include "quill/rtl/unicode.h"
@@ -15,9 +15,7 @@
 namespace quill::Glocales::internal {
 namespace {
 
-UnicodeString FromIcu(const icu::UnicodeString& s) {
-  return UnicodeString(reinterpret_cast<const char16_t*>(s.getBuffer()), static_cast<size_t>(s.length()));
-}
+UnicodeString FromIcu(const icu::UnicodeString& s) { return quill::internal::FromIcuString(s); }
 
 UnicodeString FromUtf8(std::string_view s) { return Utf8ToUnicode(s); }
 
@@ -96,16 +94,7 @@ std::optional<UnicodeString> DisplayName(const icu::Locale& loc, const icu::Loca
 
 }  // namespace
 
-bool IcuHasLanguageData(const icu::Locale& loc) {
-  static const std::set<std::string> languages = [] {
-    std::set<std::string> out;
-    int32_t n = 0;
-    const icu::Locale* all = icu::Locale::getAvailableLocales(n);
-    for (int32_t i = 0; i < n; ++i) out.insert(all[i].getLanguage());
-    return out;
-  }();
-  return languages.count(loc.getLanguage()) != 0;
-}
+bool IcuHasLanguageData(const icu::Locale& loc) { return quill::internal::IcuHasLanguageData(loc.getLanguage()); }
 
 icu::Locale IcuLocaleForTag(std::string tag) {
   if (const auto us = tag.find('_'); us != std::string::npos) {

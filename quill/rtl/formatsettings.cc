@@ -9,9 +9,9 @@
 #include <unicode/smpdtfmt.h>
 
 #include <memory>
-#include <set>
 #include <string>
 
+#include "quill/rtl/internal/icudata.h"
 #include "quill/rtl/internal/icupattern.h"
 #include "quill/rtl/localefacts.h"
 #include "quill/rtl/syslocale.h"
@@ -20,20 +20,9 @@
 namespace quill {
 namespace {
 
-UnicodeString ToU16(const icu::UnicodeString& s) {
-  return UnicodeString(reinterpret_cast<const char16_t*>(s.getBuffer()), static_cast<size_t>(s.length()));
-}
+UnicodeString ToU16(const icu::UnicodeString& s) { return internal::FromIcuString(s); }
 
-bool HasLanguageData(const char* language) {
-  static const std::set<std::string> languages = [] {
-    std::set<std::string> out;
-    int32_t n = 0;
-    const icu::Locale* all = icu::Locale::getAvailableLocales(n);
-    for (int32_t i = 0; i < n; ++i) out.insert(all[i].getLanguage());
-    return out;
-  }();
-  return languages.count(language) != 0;
-}
+bool HasLanguageData(const char* language) { return internal::IcuHasLanguageData(language); }
 
 // The ICU locale for a language tag, always with the Gregorian calendar: the
 // runtime's dates are Gregorian whatever calendar a locale prefers.
