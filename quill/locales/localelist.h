@@ -37,7 +37,10 @@ enum TLocaleListOpt : uint8_t {
 
 // Replaces the contents of `List` by a copy of the list for `Opt` (texts and
 // attached identifiers), building that list first if it does not exist. Raises
-// only what LocaleInfo raises.
+// only what LocaleInfo raises (and std::out_of_range for a value of `Opt`
+// outside the three).
+//   REQUIRES: `List` does not own its objects: the identifiers are numbers,
+//   not objects, and must never be freed.
 QUILL_API void GetLocaleList(TStrings& List, TLocaleListOpt Opt);
 
 // The identifier attached to line `Index` of a locale list.
