@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 
 #include "quill/locales/internal/localelist_steps.h"
 #include "quill/locales/localecodes.h"
@@ -119,6 +120,33 @@ TEST(LocaleByEnglishName, RealEmptyNameIsFirstEntry) {
   EXPECT_EQ(LocaleByEnglishName(u"ger"), 0x0407u);
   EXPECT_EQ(LocaleByEnglishName(u"NORWEGIAN"), 0x0414u);
   EXPECT_EQ(LocaleByEnglishName(u"norwegian (n"), 0x0814u);
+}
+
+// Only ASCII letters are lower-cased for the comparison: a capital Å does not
+// meet the å of "Norwegian (Bokmål)".
+TEST(LocaleByEnglishName, AsciiLettersOnlyFold) {
+  EXPECT_EQ(LocaleByEnglishName(u"NORWEGIAN (BOKM\u00E5L)"), 0x0414u);
+  EXPECT_EQ(LocaleByEnglishName(u"NORWEGIAN (BOKM\u00C5L)"), 0u);
+}
+
+// Lookups from several threads at once, starting with no list built, all
+// see the same lists and answers.
+TEST(ReverseLookups, ConcurrentFirstUse) {
+  internal::FreeLocaleLists();
+  std::vector<std::thread> threads;
+  std::vector<LCID> answers(8);
+  for (size_t t = 0; t < answers.size(); ++t) {
+    threads.emplace_back([t, &answers] {
+      LCID sum = 0;
+      for (int i = 0; i < 200; ++i) {
+        sum += t % 2 == 0 ? LocaleByISOCodesTMX(u"en-US") : LocaleByAbbr(u"ENU");
+        sum += LocaleByCountryISOCode(u"IL");
+      }
+      answers[t] = sum;
+    });
+  }
+  for (std::thread& th : threads) th.join();
+  for (LCID a : answers) EXPECT_EQ(a, 200u * (0x0409u + 0x040Du));
 }
 
 // Edge case: en-US in both forms and back, on the real lists.
