@@ -1,44 +1,61 @@
-// Gstrings searching and replacing against the standard library on 1 MB of
-// text: XPos/PosNum vs find, BXPos vs rfind, CXPos/CPos vs find on the same
-// ASCII text, ReplaceStr/XReplaceStr vs a find-and-append replace-all.
+// Gstrings searching and replacing against the standard library on text of
+// every kind (bench/corpus.h: source code in several languages, prose in
+// Latin, Cyrillic and CJK scripts, logs, CSV), 4 MB each by default, in both
+// forms (the UTF-16 text is the UTF-8 text converted).
+//
+// Each search looks for a needle found only once: at the end for the
+// forward searches, at the front for the backward ones. Two needles: one
+// whose first letter is rare in text ("q..."), one whose first letter is
+// frequent ("e..."), since a search that hunts for the first character
+// slows down on the second. Pairs (library / baseline):
+//   XPos  / find        BXPos / rfind       (exact)
+//   CXPos, CPos / find of the lowered needle (case-insensitive; the 8-bit
+//   forms run under a single-byte code page: QUILL_ANSI_CODEPAGE, 1252 unless
+//   set)
+//   ReplaceStr / a find-and-append loop, replacing the text's most frequent
+//   pair of letters.
+// The summary prints, per kind, each pair's speed ratio (baseline time /
+// library time: above 1 the library is faster) as the median over
+// repetitions with the spread [min-max]. Run with
+//   --benchmark_repetitions=3 --benchmark_enable_random_interleaving=true
+// QUILL_BENCH_KINDS and QUILL_BENCH_CORPUS_MB pick kinds and size.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "bench/corpus.h"
 #include "bench/ratio_reporter.h"
+#include "quill/rtl/syslocale.h"
+#include "quill/rtl/unicode.h"
 #include "quill/strings/gstrings.h"
 
 namespace {
 
 using namespace quill::Gstrings;
 
-constexpr std::size_t kTextSize = 1 << 20;
+template <class C>
+struct Texts {
+  std::basic_string<C> back;   // corpus + needle
+  std::basic_string<C> front;  // needle + corpus
+  std::basic_string<C> needle;
+  std::basic_string<C> upper;  // the needle in capitals
+  std::basic_string<C> from, to;  // ReplaceStr's pattern and replacement
+};
 
-// About 1 MB of ASCII prose, with `tail` appended (found only at the end).
-template <class S>
-S Prose(const S& tail) {
-  const std::string_view words = "lorem ipsum dolor sit amet consectetur adipiscing elit sed do ";
-  S s;
-  s.reserve(kTextSize + tail.size());
-  while (s.size() + words.size() <= kTextSize) s.append(words.begin(), words.end());
-  s += tail;
-  return s;
-}
+struct Kind {
+  std::string name;
+  Texts<char> rare8, frequent8;
+  Texts<char16_t> rare16, frequent16;
+};
 
-const std::u16string& WideText() {
-  static const std::u16string t = Prose<std::u16string>(u"needle");
-  return t;
-}
-const std::string& AnsiText() {
-  static const std::string t = Prose<std::string>("needle");
-  return t;
-}
-// The same text with the needle at the front, for the backward searches.
-const std::u16string& WideTextFront() {
-  static const std::u16string t = u"needle" + Prose<std::u16string>(u"");
-  return t;
+std::vector<Kind>& Kinds() {
+  static std::vector<Kind> kinds;
+  return kinds;
 }
 
 void Check(bool ok) {
@@ -48,196 +65,227 @@ void Check(bool ok) {
   }
 }
 
-void BM_Wide_find(benchmark::State& st) {
-  const std::u16string_view t = WideText();
-  for (auto _ : st) {
-    auto p = t.find(u"needle");
-    benchmark::DoNotOptimize(p);
-    Check(p == t.size() - 6);
+// The most frequent pair of ASCII letters in `s` (a common syllable).
+std::string FrequentPair(const std::string& s) {
+  std::map<std::string, std::size_t> count;
+  auto letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  for (std::size_t i = 0; i + 1 < s.size(); i += 7) {
+    if (letter(s[i]) && letter(s[i + 1])) ++count[s.substr(i, 2)];
+  }
+  std::string best = s.substr(s.size() / 2, 2);
+  std::size_t most = 0;
+  for (const auto& [pair, n] : count) {
+    if (n > most) {
+      most = n;
+      best = pair;
+    }
+  }
+  return best;
+}
+
+template <class C>
+std::basic_string<C> Widen(const std::string& ascii) {
+  return std::basic_string<C>(ascii.begin(), ascii.end());
+}
+
+// A needle starting with `first` that the corpus does not contain.
+std::string Needle(const std::string& corpus, char first) {
+  for (int k = 0;; ++k) {
+    std::string n = std::string(1, first) + "_needle_zq" + std::to_string(k);
+    if (corpus.find(n) == std::string::npos) return n;
   }
 }
-void BM_Wide_XPos(benchmark::State& st) {
-  const std::u16string_view t = WideText();
-  for (auto _ : st) {
-    int32_t p = XPos(u"needle", t, 1, 1);
-    benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
+
+template <class C>
+Texts<C> MakeTexts(const std::basic_string<C>& corpus, const std::string& needle, const std::string& pair) {
+  Texts<C> t;
+  t.needle = Widen<C>(needle);
+  std::string upper = needle;
+  for (char& c : upper) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
+  t.upper = Widen<C>(upper);
+  t.back = corpus + t.needle;
+  t.front = t.needle + corpus;
+  t.from = Widen<C>(pair);
+  t.to = Widen<C>(pair + "+");
+  return t;
+}
+
+void Prepare() {
+  const std::size_t size = quillbench::CorpusSize(4);
+  for (const std::string& name : quillbench::SelectedKinds()) {
+    if (!quillbench::IsTextKind(name)) continue;
+    const quillbench::Corpus c = quillbench::MakeCorpus(name, size);
+    const std::u16string wide = quill::Utf8ToUnicode(c.bytes);
+    const std::string pair = FrequentPair(c.bytes);
+    Kind k{name, {}, {}, {}, {}};
+    const std::string rare = Needle(c.bytes, 'q');
+    const std::string frequent = Needle(c.bytes, 'e');
+    k.rare8 = MakeTexts<char>(c.bytes, rare, pair);
+    k.frequent8 = MakeTexts<char>(c.bytes, frequent, pair);
+    k.rare16 = MakeTexts<char16_t>(wide, rare, pair);
+    k.frequent16 = MakeTexts<char16_t>(wide, frequent, pair);
+    Kinds().push_back(std::move(k));
   }
 }
-void BM_Wide_PosNum(benchmark::State& st) {
-  const std::u16string_view t = WideText();
+
+template <class C>
+void Find(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->back;
   for (auto _ : st) {
-    int32_t p = PosNum(u"needle", t, 1);
+    auto p = s.find(t->needle);
     benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
+    Check(p == s.size() - t->needle.size());
   }
 }
-void BM_Wide_rfind(benchmark::State& st) {
-  const std::u16string_view t = WideTextFront();
+template <class C>
+void XPosBench(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->back;
   for (auto _ : st) {
-    auto p = t.rfind(u"needle");
+    int32_t p = XPos(std::basic_string_view<C>(t->needle), s, 1, 1);
+    benchmark::DoNotOptimize(p);
+    Check(p == static_cast<int32_t>(s.size() - t->needle.size() + 1));
+  }
+}
+template <class C>
+void RFind(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->front;
+  for (auto _ : st) {
+    auto p = s.rfind(t->needle);
     benchmark::DoNotOptimize(p);
     Check(p == 0);
   }
 }
-void BM_Wide_BXPos(benchmark::State& st) {
-  const std::u16string_view t = WideTextFront();
+template <class C>
+void BXPosBench(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->front;
   for (auto _ : st) {
-    int32_t p = BXPos(u"needle", t, 0, 1);
+    int32_t p = BXPos(std::basic_string_view<C>(t->needle), s, 0, 1);
     benchmark::DoNotOptimize(p);
     Check(p == 1);
   }
 }
-void BM_Wide_CXPos(benchmark::State& st) {
-  const std::u16string_view t = WideText();
+template <class C>
+void CXPosBench(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->back;
   for (auto _ : st) {
-    int32_t p = CXPos(u"NEEDLE", t, 1, 1);
+    int32_t p = CXPos(std::basic_string_view<C>(t->upper), s, 1, 1);
     benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
+    Check(p == static_cast<int32_t>(s.size() - t->needle.size() + 1));
   }
 }
-void BM_Wide_CPos(benchmark::State& st) {
-  const std::u16string_view t = WideText();
+template <class C>
+void CPosBench(benchmark::State& st, const Texts<C>* t) {
+  const std::basic_string_view<C> s = t->back;
   for (auto _ : st) {
-    int32_t p = CPos(u"Needle", t);
+    int32_t p = CPos(std::basic_string_view<C>(t->upper), s);
     benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
-  }
-}
-void BM_Ansi_find(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    auto p = t.find("needle");
-    benchmark::DoNotOptimize(p);
-    Check(p == t.size() - 6);
-  }
-}
-void BM_Ansi_CXPos(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    int32_t p = CXPos("NEEDLE", t, 1, 1);
-    benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
-  }
-}
-void BM_Ansi_CPos(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    int32_t p = CPos("Needle", t);
-    benchmark::DoNotOptimize(p);
-    Check(p == static_cast<int32_t>(t.size() - 5));
+    Check(p == static_cast<int32_t>(s.size() - t->needle.size() + 1));
   }
 }
 
 // Straightforward replace-all: find, append the gap and the new text.
-// With `reserve`, the output is first reserved at the text's size (a fairer
-// baseline for UTF-16, whose unreserved appends are slow in libstdc++).
 template <class C>
-std::basic_string<C> NaiveReplace(std::basic_string_view<C> text, std::basic_string_view<C> from,
-                                  std::basic_string_view<C> to, bool reserve = false) {
-  std::basic_string<C> out;
-  if (reserve) out.reserve(text.size());
-  std::size_t last = 0;
-  for (std::size_t p = text.find(from); p != std::basic_string_view<C>::npos;
-       p = text.find(from, last)) {
-    out.append(text.substr(last, p - last));
-    out.append(to);
-    last = p + from.size();
-  }
-  out.append(text.substr(last));
-  return out;
-}
-
-void BM_Wide_naiveReplace(benchmark::State& st) {
-  const std::u16string_view t = WideText();
+void NaiveReplace(benchmark::State& st, const Texts<C>* t) {
+  using View = std::basic_string_view<C>;
+  const View text = t->back;
+  const View from = t->from;
+  const View to = t->to;
   for (auto _ : st) {
-    auto r = NaiveReplace<char16_t>(t, u"sit", u"stand");
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
+    std::basic_string<C> out;
+    std::size_t last = 0;
+    for (std::size_t p = text.find(from); p != View::npos; p = text.find(from, last)) {
+      out.append(text.substr(last, p - last));
+      out.append(to);
+      last = p + from.size();
+    }
+    out.append(text.substr(last));
+    benchmark::DoNotOptimize(out.data());
+    Check(out.size() >= text.size());
   }
 }
-void BM_Wide_naiveReplaceReserved(benchmark::State& st) {
-  const std::u16string_view t = WideText();
+template <class C>
+void ReplaceStrBench(benchmark::State& st, const Texts<C>* t) {
+  using View = std::basic_string_view<C>;
   for (auto _ : st) {
-    auto r = NaiveReplace<char16_t>(t, u"sit", u"stand", true);
+    auto r = ReplaceStr(View(t->back), View(t->from), View(t->to));
     benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
-  }
-}
-void BM_Wide_ReplaceStr(benchmark::State& st) {
-  const std::u16string_view t = WideText();
-  for (auto _ : st) {
-    auto r = ReplaceStr(t, u"sit", u"stand");
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
-  }
-}
-void BM_Wide_XReplaceStr(benchmark::State& st) {
-  const std::u16string_view t = WideText();
-  for (auto _ : st) {
-    auto r = XReplaceStr(t, u"SIT", u"stand", false);
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
-  }
-}
-void BM_Ansi_naiveReplace(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    auto r = NaiveReplace<char>(t, "sit", "stand");
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
-  }
-}
-void BM_Ansi_ReplaceStr(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    auto r = ReplaceStr(t, "sit", "stand");
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
-  }
-}
-void BM_Ansi_XReplaceStr(benchmark::State& st) {
-  const std::string_view t = AnsiText();
-  for (auto _ : st) {
-    auto r = XReplaceStr(t, "SIT", "stand", false);
-    benchmark::DoNotOptimize(r.data());
-    Check(r.size() > t.size());
+    Check(r.size() >= t->back.size());
   }
 }
 
-BENCHMARK(BM_Wide_find);
-BENCHMARK(BM_Wide_XPos);
-BENCHMARK(BM_Wide_PosNum);
-BENCHMARK(BM_Wide_rfind);
-BENCHMARK(BM_Wide_BXPos);
-BENCHMARK(BM_Wide_CXPos);
-BENCHMARK(BM_Wide_CPos);
-BENCHMARK(BM_Ansi_find);
-BENCHMARK(BM_Ansi_CXPos);
-BENCHMARK(BM_Ansi_CPos);
-BENCHMARK(BM_Wide_naiveReplace);
-BENCHMARK(BM_Wide_naiveReplaceReserved);
-BENCHMARK(BM_Wide_ReplaceStr);
-BENCHMARK(BM_Wide_XReplaceStr);
-BENCHMARK(BM_Ansi_naiveReplace);
-BENCHMARK(BM_Ansi_ReplaceStr);
-BENCHMARK(BM_Ansi_XReplaceStr);
+// One comparison of the summary: library and baseline benchmark names.
+struct Pair {
+  std::string column;
+  std::string lib;
+  std::string base;
+};
+
+template <class C>
+void Register(const std::string& kind, const std::string& form, const std::string& which,
+              const Texts<C>* t, std::vector<Pair>& pairs, bool replace) {
+  const std::string tail = "/" + form + "/" + which + "/" + kind;
+  auto reg = [&](const std::string& op, void (*fn)(benchmark::State&, const Texts<C>*)) {
+    benchmark::RegisterBenchmark((op + tail).c_str(), fn, t)->Unit(benchmark::kMicrosecond);
+  };
+  reg("find", &Find<C>);
+  reg("XPos", &XPosBench<C>);
+  reg("rfind", &RFind<C>);
+  reg("BXPos", &BXPosBench<C>);
+  reg("CXPos", &CXPosBench<C>);
+  reg("CPos", &CPosBench<C>);
+  const std::string col = form + " " + which;
+  pairs.push_back({"XPos " + col, "XPos" + tail, "find" + tail});
+  pairs.push_back({"BXPos " + col, "BXPos" + tail, "rfind" + tail});
+  pairs.push_back({"CXPos " + col, "CXPos" + tail, "find" + tail});
+  pairs.push_back({"CPos " + col, "CPos" + tail, "find" + tail});
+  if (replace) {
+    reg("naiveReplace", &NaiveReplace<C>);
+    reg("ReplaceStr", &ReplaceStrBench<C>);
+    pairs.push_back({"ReplaceStr " + form, "ReplaceStr" + tail, "naiveReplace" + tail});
+  }
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  return quillbench::RunWithRatios(argc, argv,
-                                       {{"BM_Wide_XPos", "BM_Wide_find"},
-                                        {"BM_Wide_PosNum", "BM_Wide_find"},
-                                        {"BM_Wide_BXPos", "BM_Wide_rfind"},
-                                        {"BM_Wide_CXPos", "BM_Wide_find"},
-                                        {"BM_Wide_CPos", "BM_Wide_find"},
-                                        {"BM_Ansi_CXPos", "BM_Ansi_find"},
-                                        {"BM_Ansi_CPos", "BM_Ansi_find"},
-                                        {"BM_Wide_ReplaceStr", "BM_Wide_naiveReplace"},
-                                        {"BM_Wide_XReplaceStr", "BM_Wide_naiveReplace"},
-                                        {"BM_Wide_ReplaceStr", "BM_Wide_naiveReplaceReserved"},
-                                        {"BM_Wide_XReplaceStr", "BM_Wide_naiveReplaceReserved"},
-                                        {"BM_Ansi_ReplaceStr", "BM_Ansi_naiveReplace"},
-                                        {"BM_Ansi_XReplaceStr", "BM_Ansi_naiveReplace"}});
+  // The 8-bit caseless searches are measured under a single-byte code page.
+  if (std::getenv("QUILL_ANSI_CODEPAGE") == nullptr) setenv("QUILL_ANSI_CODEPAGE", "1252", 1);
+  quill::ResetLocaleCache();
+  benchmark::Initialize(&argc, argv);
+  Prepare();
+  std::vector<Pair> pairs;
+  for (const Kind& k : Kinds()) {
+    Register(k.name, "8", "rare", &k.rare8, pairs, true);
+    Register(k.name, "8", "frequent", &k.frequent8, pairs, false);
+    Register(k.name, "16", "rare", &k.rare16, pairs, true);
+    Register(k.name, "16", "frequent", &k.frequent16, pairs, false);
+  }
+  quillbench::RecordingReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+
+  std::printf("\nSpeed ratio library / baseline (baseline time / library time; above 1 the library is faster),\n"
+              "median [min-max] over repetitions; code page %s\n",
+              std::getenv("QUILL_ANSI_CODEPAGE"));
+  std::map<std::string, std::map<std::string, std::string>> cells;  // column -> kind -> cell
+  std::vector<std::string> columns;
+  for (const Pair& p : pairs) {
+    // Inverse of the time ratio.
+    const quillbench::RatioStats st = reporter.Ratio(p.base, p.lib);
+    if (st.samples == 0) continue;
+    if (cells.find(p.column) == cells.end()) columns.push_back(p.column);
+    char cell[48];
+    std::snprintf(cell, sizeof cell, "%.2f [%.2f-%.2f]", st.median, st.low, st.high);
+    const std::string kind = p.lib.substr(p.lib.rfind('/') + 1);
+    cells[p.column][kind] = cell;
+  }
+  for (const std::string& col : columns) {
+    std::printf("%-22s", col.c_str());
+    for (const Kind& k : Kinds()) {
+      auto it = cells[col].find(k.name);
+      std::printf(" | %-14s %-18s", k.name.c_str(), it == cells[col].end() ? "-" : it->second.c_str());
+    }
+    std::printf("\n");
+  }
+  benchmark::Shutdown();
+  return 0;
 }

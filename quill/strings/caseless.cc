@@ -8,14 +8,11 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
-#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-#include <immintrin.h>
-#define QUILL_CASELESS_AVX2 1
-#endif
 
 #include "quill/rtl/casing.h"
 #include "quill/rtl/internal/converter.h"
 #include "quill/rtl/syslocale.h"
+#include "quill/strings/internal/anchorscan.h"
 #include "quill/strings/internal/caseless.h"
 #include "quill/strings/internal/scan.h"
 
@@ -45,194 +42,25 @@ bool AnsiCodePageIsSingleByte() {
   return cp.conv == nullptr || cp.single_byte;
 }
 
-namespace {
-
-// Rough frequency of each byte in text and source code (per 10,000 bytes),
-// used to pick the pattern characters whose bytes the scan looks for: the
-// rarer they are, the fewer candidates need checking.
-constexpr std::array<uint16_t, 256> kByteFrequency = [] {
-  std::array<uint16_t, 256> f{};
-  for (int b = 0; b < 256; ++b) f[b] = b < 32 ? 1 : 5;  // controls; bytes above 127
-  f[0] = 20;  // binary data
-  f['\n'] = 300;
-  f['\t'] = 100;
-  f['\r'] = 20;
-  const char* const letters = "etaoinsrhldcumfpgwybvkxjqz";
-  const uint16_t letterFreq[] = {900, 650, 600, 550, 550, 550, 500, 500, 350, 330, 300, 280, 250,
-                                 220, 180, 170, 150, 130, 130, 110, 80, 60, 30, 20, 10, 10};
-  for (int i = 0; i < 26; ++i) {
-    f[static_cast<unsigned char>(letters[i])] = letterFreq[i];
-    f[static_cast<unsigned char>(letters[i] - 32)] = static_cast<uint16_t>(letterFreq[i] / 8 + 5);
-  }
-  for (int d = '0'; d <= '9'; ++d) f[d] = 60;
-  f[' '] = 1500;
-  const char* const punct = ",._()-=;\"'/:*{}<>[]#$+&\\!@%|?~^`";
-  const uint16_t punctFreq[] = {100, 120, 80, 80, 80, 80, 80, 60, 60, 50, 50, 50, 40, 30, 30,
-                                30, 30, 30, 30, 30, 30, 20, 20, 20, 10, 10, 10, 10, 10, 5, 5, 5};
-  for (int i = 0; punct[i] != '\0'; ++i) f[static_cast<unsigned char>(punct[i])] = punctFreq[i];
-  return f;
-}();
-
-// The candidate scans: position i is a candidate when p[i] is one of a[0],
-// a[1] and p[i + off] one of b[0], b[1]. When the two bytes of a pair differ
-// in one bit (letter cases, or the same byte twice), setting that bit makes
-// one comparison do.
-struct PairTest {
-  char a0, a1, b0, b1;
-  std::size_t off;
-  [[nodiscard]] bool Bits() const noexcept {
-    const auto x = static_cast<unsigned char>(a0 ^ a1);
-    const auto y = static_cast<unsigned char>(b0 ^ b1);
-    return (x & (x - 1)) == 0 && (y & (y - 1)) == 0;
-  }
-};
-
-#if defined(__SSE2__)
-// Candidates among p[i .. i + 16), as a bit mask.
-template <bool kBits>
-inline unsigned Sse2Mask(const char* p, const PairTest& t) noexcept {
-  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  const __m128i w = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + t.off));
-  __m128i ea, eb;
-  if constexpr (kBits) {
-    ea = _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(static_cast<char>(t.a0 ^ t.a1))),
-                        _mm_set1_epi8(static_cast<char>(t.a0 | t.a1)));
-    eb = _mm_cmpeq_epi8(_mm_or_si128(w, _mm_set1_epi8(static_cast<char>(t.b0 ^ t.b1))),
-                        _mm_set1_epi8(static_cast<char>(t.b0 | t.b1)));
-  } else {
-    ea = _mm_or_si128(_mm_cmpeq_epi8(v, _mm_set1_epi8(t.a0)), _mm_cmpeq_epi8(v, _mm_set1_epi8(t.a1)));
-    eb = _mm_or_si128(_mm_cmpeq_epi8(w, _mm_set1_epi8(t.b0)), _mm_cmpeq_epi8(w, _mm_set1_epi8(t.b1)));
-  }
-  return static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(ea, eb)));
-}
-#endif
-
-// Calls verify(i) for each candidate i of [0, n) in order until it answers
-// true; returns that i, or n. p[0 .. n - 1 + t.off] must be readable.
-template <bool kBits, class Verify>
-std::size_t ScanPortable(const char* p, std::size_t n, const PairTest& t, Verify&& verify) {
-  std::size_t i = 0;
-#if defined(__SSE2__)
-  for (; i + 32 <= n; i += 32) {
-    uint32_t mask = Sse2Mask<kBits>(p + i, t) | (Sse2Mask<kBits>(p + i + 16, t) << 16);
-    while (mask != 0) {
-      const std::size_t c = i + static_cast<std::size_t>(__builtin_ctz(mask));
-      if (verify(c)) return c;
-      mask &= mask - 1;
-    }
-  }
-#endif
-  for (; i < n; ++i) {
-    const char x = p[i];
-    const char y = p[i + t.off];
-    if ((x == t.a0 || x == t.a1) && (y == t.b0 || y == t.b1) && verify(i)) return i;
-  }
-  return n;
-}
-
-#if defined(QUILL_CASELESS_AVX2)
-template <bool kBits>
-__attribute__((target("avx2"))) inline uint32_t Avx2Mask(const char* p, const PairTest& t) noexcept {
-  const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
-  const __m256i w = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + t.off));
-  __m256i ea, eb;
-  if constexpr (kBits) {
-    ea = _mm256_cmpeq_epi8(_mm256_or_si256(v, _mm256_set1_epi8(static_cast<char>(t.a0 ^ t.a1))),
-                           _mm256_set1_epi8(static_cast<char>(t.a0 | t.a1)));
-    eb = _mm256_cmpeq_epi8(_mm256_or_si256(w, _mm256_set1_epi8(static_cast<char>(t.b0 ^ t.b1))),
-                           _mm256_set1_epi8(static_cast<char>(t.b0 | t.b1)));
-  } else {
-    ea = _mm256_or_si256(_mm256_cmpeq_epi8(v, _mm256_set1_epi8(t.a0)),
-                         _mm256_cmpeq_epi8(v, _mm256_set1_epi8(t.a1)));
-    eb = _mm256_or_si256(_mm256_cmpeq_epi8(w, _mm256_set1_epi8(t.b0)),
-                         _mm256_cmpeq_epi8(w, _mm256_set1_epi8(t.b1)));
-  }
-  return static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_and_si256(ea, eb)));
-}
-
-// ScanPortable with 64 bytes per step, on processors that have AVX2.
-template <bool kBits, class Verify>
-__attribute__((target("avx2"))) std::size_t ScanAvx2(const char* p, std::size_t n,
-                                                     const PairTest& t, Verify&& verify) {
-  std::size_t i = 0;
-  for (; i + 64 <= n; i += 64) {
-    uint64_t mask = Avx2Mask<kBits>(p + i, t) | (uint64_t{Avx2Mask<kBits>(p + i + 32, t)} << 32);
-    while (mask != 0) {
-      const std::size_t c = i + static_cast<std::size_t>(__builtin_ctzll(mask));
-      if (verify(c)) return c;
-      mask &= mask - 1;
-    }
-  }
-  return i + ScanPortable<kBits>(p + i, n - i, t, [&](std::size_t c) { return verify(i + c); });
-}
-
-bool HasAvx2() noexcept {
-  static const bool has = __builtin_cpu_supports("avx2") != 0;
-  return has;
-}
-#endif
-
-template <class Verify>
-std::size_t Scan(const char* p, std::size_t n, const PairTest& t, Verify&& verify) {
-  const bool bits = t.Bits();
-#if defined(QUILL_CASELESS_AVX2)
-  if (HasAvx2()) return bits ? ScanAvx2<true>(p, n, t, verify) : ScanAvx2<false>(p, n, t, verify);
-#endif
-  return bits ? ScanPortable<true>(p, n, t, verify) : ScanPortable<false>(p, n, t, verify);
-}
-
-}  // namespace
-
 ByteCaselessSearch::ByteCaselessSearch(std::string_view lpat, std::string_view text)
     : lpat_(lpat), text_(text) {
   char all[256];
   for (int b = 0; b < 256; ++b) all[b] = static_cast<char>(b);
   const std::string lowered = AnsiLowerCase(std::string_view(all, 256));
   for (int b = 0; b < 256; ++b) lower_[b] = static_cast<unsigned char>(lowered[b]);
-
-  // The bytes lowering to each pattern character, and how common they are.
-  const std::size_t m = lpat_.size();
-  std::size_t best = m;
-  std::size_t next = m;
-  uint32_t bestFreq = 0;
-  uint32_t nextFreq = 0;
-  vector_ = true;
-  for (std::size_t j = 0; j < m; ++j) {
-    const auto want = static_cast<unsigned char>(lpat_[j]);
+  // Each pattern character stands for the bytes that lower to it (itself
+  // among them); one standing for more than two cannot be an anchor. With
+  // no anchor at all the scan is a plain loop.
+  vector_ = ChooseAnchors<char>(lpat_.size(), [&](std::size_t j, char* pair) {
     int count = 0;
-    uint32_t freq = 0;
     for (int b = 0; b < 256; ++b) {
-      if (lower_[b] == want) {
-        ++count;
-        freq += kByteFrequency[b];
-      }
+      if (lower_[b] != static_cast<unsigned char>(lpat_[j])) continue;
+      if (count < 2) pair[count] = static_cast<char>(b);
+      ++count;
     }
-    // count >= 1: the pattern character is itself the lowering of a byte.
-    if (count > 2) vector_ = false;
-    if (count > 2) continue;
-    if (best == m || freq < bestFreq) {
-      next = best;
-      nextFreq = bestFreq;
-      best = j;
-      bestFreq = freq;
-    } else if (next == m || freq < nextFreq) {
-      next = j;
-      nextFreq = freq;
-    }
-  }
-  if (!vector_) return;
-  if (next == m) next = best;  // a one-character pattern
-  first_ = std::min(best, next);
-  second_ = std::max(best, next);
-  auto pairOf = [&](std::size_t j, char* out) {
-    int k = 0;
-    for (int b = 0; b < 256; ++b) {
-      if (lower_[b] == static_cast<unsigned char>(lpat_[j])) out[k++] = static_cast<char>(b);
-    }
-    if (k == 1) out[1] = out[0];
-  };
-  pairOf(first_, a_);
-  pairOf(second_, b_);
+    if (count == 1) pair[1] = pair[0];
+    return count <= 2;
+  }, anchors_);
 }
 
 bool ByteCaselessSearch::MatchesAt(const char* p) const noexcept {
@@ -254,9 +82,7 @@ std::size_t ByteCaselessSearch::Find(std::size_t from) const noexcept {
     }
     return npos;
   }
-  // Scan from the first anchor; candidate i starts the pattern at base + i.
-  const PairTest t{a_[0], a_[1], b_[0], b_[1], second_ - first_};
-  const std::size_t i = Scan(base + first_, count, t, [&](std::size_t c) { return MatchesAt(base + c); });
+  const std::size_t i = ScanForward(base, count, anchors_, [&](std::size_t c) { return MatchesAt(base + c); });
   return i == count ? npos : from + i;
 }
 

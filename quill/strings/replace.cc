@@ -56,8 +56,9 @@ Str<C> ReplaceAll(View<C> text, std::size_t oldLen, View<C> newText, Find&& find
 template <class C>
 Str<C> ReplaceStrT(View<C> text, View<C> oldPattern, View<C> newText) {
   if (oldPattern.empty() || text.empty()) return Str<C>(text);
+  const internal::ExactFinder<C> finder(oldPattern);
   return ReplaceAll<C>(text, oldPattern.size(), newText,
-                       [&](std::size_t from) { return text.find(oldPattern, from); });
+                       [&](std::size_t from) { return finder.Find(text, from); });
 }
 
 template <class C>

@@ -23,6 +23,7 @@
 #include <string_view>
 
 #include "quill/rtl/casing.h"
+#include "quill/strings/internal/anchorscan.h"
 #include "quill/strings/internal/scan.h"
 #include "quill/strings/internal/textops.h"
 
@@ -62,13 +63,9 @@ class ByteCaselessSearch {
   std::string lpat_;
   std::string_view text_;
   std::array<unsigned char, 256> lower_{};
-  // Bytes that lower to the anchor characters lpat_[first_] and
-  // lpat_[second_], two each (equal when one byte does).
-  std::size_t first_ = 0;
-  std::size_t second_ = 0;
-  char a_[2] = {};
-  char b_[2] = {};
-  bool vector_ = false;  // false: some pattern character has 3 or more such bytes
+  // The bytes that lower to the two anchor characters.
+  Anchors<char> anchors_;
+  bool vector_ = false;  // false: every pattern character has 3 or more such bytes
 };
 
 template <class C>

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "quill/strings/internal/anchorscan.h"
+
 namespace quill::Gstrings::internal {
 
 template <class C>
@@ -49,8 +51,9 @@ constexpr View<C> TrimControls(View<C> s) noexcept {
 template <class C>
 std::size_t FindNth(View<C> pattern, View<C> text, std::size_t from, int32_t n) noexcept {
   if (n <= 0) return npos;
-  std::size_t p = text.find(pattern, from);
-  while (p != npos && --n > 0) p = text.find(pattern, p + 1);
+  const ExactFinder<C> finder(pattern);
+  std::size_t p = finder.Find(text, from);
+  while (p != npos && --n > 0) p = finder.Find(text, p + 1);
   return p;
 }
 
@@ -58,10 +61,11 @@ std::size_t FindNth(View<C> pattern, View<C> text, std::size_t from, int32_t n) 
 template <class C>
 std::size_t RFindNth(View<C> pattern, View<C> text, std::size_t from, int32_t n) noexcept {
   if (n <= 0) return npos;
-  std::size_t p = text.rfind(pattern, from);
+  const ExactFinder<C> finder(pattern);
+  std::size_t p = finder.RFind(text, from);
   while (p != npos && --n > 0) {
     if (p == 0) return npos;
-    p = text.rfind(pattern, p - 1);
+    p = finder.RFind(text, p - 1);
   }
   return p;
 }
