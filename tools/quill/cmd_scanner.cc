@@ -87,8 +87,9 @@ inline char* PutUInt(char* p, uint64_t v) {
       "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
       "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
       "8081828384858687888990919293949596979899";
+  // The number of digits by comparisons, not divisions.
   int n = 1;
-  for (uint64_t x = v; x >= 10; x /= 10) ++n;
+  for (uint64_t limit = 10; n < 20 && v >= limit; limit *= 10) ++n;
   char* e = p + n;
   while (v >= 100) {
     const unsigned k = static_cast<unsigned>(v % 100) * 2;
@@ -119,6 +120,13 @@ inline char* PutStr(char* p, std::string_view s) {
   return p;
 }
 
+// A literal: a copy of known size, which the compiler turns into a few moves.
+template <size_t N>
+inline char* PutLit(char* p, const char (&s)[N]) {
+  std::memcpy(p, s, N - 1);
+  return p + (N - 1);
+}
+
 // The output of `tokens`, formatted straight into a large buffer that goes to
 // the checked standard output whenever it fills.
 class TokenWriter {
@@ -136,19 +144,19 @@ class TokenWriter {
     if (need > kSize) buf_.resize(need);
     char* p = buf_.data() + used_;
     if (json) {
-      p = PutStr(p, "{\"line\":");
+      p = PutLit(p, "{\"line\":");
       p = PutInt(p, line_base + t.TokLine);
-      p = PutStr(p, ",\"start\":");
+      p = PutLit(p, ",\"start\":");
       p = PutInt(p, t.TokStart);
-      p = PutStr(p, ",\"end\":");
+      p = PutLit(p, ",\"end\":");
       p = PutInt(p, t.TokEnd);
-      p = PutStr(p, ",\"pos\":");
+      p = PutLit(p, ",\"pos\":");
       p = PutInt(p, pos_base + t.TokPos);
-      p = PutStr(p, ",\"type\":\"");
+      p = PutLit(p, ",\"type\":\"");
       p = PutStr(p, TypeName(t.TokType));
-      p = PutStr(p, "\",\"text\":\"");
+      p = PutLit(p, "\",\"text\":\"");
       p = PutText(p, t.RealStr, true);
-      p = PutStr(p, t.TokLocalize ? "\",\"localize\":true}\n" : "\",\"localize\":false}\n");
+      p = t.TokLocalize ? PutLit(p, "\",\"localize\":true}\n") : PutLit(p, "\",\"localize\":false}\n");
     } else {
       p = PutInt(p, line_base + t.TokLine);
       *p++ = '\t';
@@ -188,11 +196,11 @@ class TokenWriter {
         continue;
       }
       switch (c) {
-        case u'\\': p = PutStr(p, "\\\\"); continue;
-        case u'"': p = PutStr(p, "\\\""); continue;
-        case u'\t': p = PutStr(p, "\\t"); continue;
-        case u'\r': p = PutStr(p, "\\r"); continue;
-        case u'\n': p = PutStr(p, "\\n"); continue;
+        case u'\\': p = PutLit(p, "\\\\"); continue;
+        case u'"': p = PutLit(p, "\\\""); continue;
+        case u'\t': p = PutLit(p, "\\t"); continue;
+        case u'\r': p = PutLit(p, "\\r"); continue;
+        case u'\n': p = PutLit(p, "\\n"); continue;
         default: break;
       }
       if (c < 32 || c == 127 || (json && c >= 0xD800 && c <= 0xDFFF)) {
