@@ -401,8 +401,10 @@ int RunTokens(const std::string& file, const std::string& style_name, bool json)
     // the first scan fails.
     for (int32_t k = 0; k <= 10; ++k) sc.SetToken(k, TGToken{});
     int32_t last_line = 0, last_end = 1;  // where scanning resumed after the last token
+    int32_t unprinted = 0;                // first queue slot not printed yet
     try {
       sc.FirstToken();
+      unprinted = 1;
       for (; !sc.EOS(); sc.NextToken()) {
         if (sc.TokStart() == 0) continue;  // the empty token of a short source
         if (json) {
@@ -418,17 +420,20 @@ int RunTokens(const std::string& file, const std::string& style_name, bool json)
         last_end = sc.TokEnd();
       }
     } catch (const quill::Exception& e) {
-      out.Drain();
-      // The failing token starts after the last one scanned (the furthest
-      // slot of the queue).
+      // A failed scan leaves the queue as it was: the tokens scanned ahead
+      // of the current one are printed, then the error follows at the
+      // failing token, which starts after the last of them.
       int32_t l = last_line, c = last_end;
-      for (int32_t k = 0; k <= 10; ++k) {
+      for (int32_t k = unprinted; k <= 10; ++k) {
         const TGToken t = sc.GetToken(k);
-        if (t.TokStart != 0 && (t.TokLine > l || (t.TokLine == l && t.TokEnd > c))) {
+        if (t.TokStart == 0) continue;
+        out.Put(FieldsOf(t), line_base, pos_base, json);
+        if (t.TokLine > l || (t.TokLine == l && t.TokEnd > c)) {
           l = t.TokLine;
           c = t.TokEnd;
         }
       }
+      out.Drain();
       int32_t at_line = l, at_col = c;
       sc.SkipGap(l, c, at_line, at_col);
       throw ToolError(kExitDataError, in.Name() + ":" + std::to_string(line_base + at_line + 1) + ":" +

@@ -18,6 +18,8 @@ case_tokens_error_position() {
   run "$QUILL" tokens e.pas
   expect_status 1
   expect_err '^quill: e\.pas:2:8: "#65536" not a character$'
+  # Every token before the failing one is printed first.
+  expect_out $'^1\t5\t7\t13\tttSeparator\t:=$'
   printf 'int a;\nchar *s = "ab\\8";\n' >e.c
   run "$QUILL" tokens e.c
   expect_status 1
