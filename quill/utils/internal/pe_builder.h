@@ -153,7 +153,7 @@ inline Bytes PeImage(const Bytes& resource, PeOptions opt = {}) {
 }
 
 // One resource of a PE image: integer type, name and language, and its bytes.
-struct ResourceSpec {
+struct ResourceEntry {
   uint32_t type;
   uint32_t name;
   uint32_t language;
@@ -173,7 +173,7 @@ inline Bytes StringTableData(const std::array<std::u16string, 16>& strings) {
 // A PE image like PeImage's whose resource directory holds every resource of
 // `resources` (types, names and languages in ascending order, as linkers
 // write them; the data after the directory, each on a 4-byte boundary).
-inline Bytes PeImageWithResources(const std::vector<ResourceSpec>& resources, bool pe32_plus = false) {
+inline Bytes PeImageWithResources(const std::vector<ResourceEntry>& resources, bool pe32_plus = false) {
   const uint32_t section_rva = 0x1000;
   // type -> name -> language -> index into resources
   std::map<uint32_t, std::map<uint32_t, std::map<uint32_t, size_t>>> tree;
