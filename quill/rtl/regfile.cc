@@ -14,7 +14,7 @@
 namespace quill {
 
 ERegistryFileError::ERegistryFileError(int32_t line, const UnicodeString& reason)
-    : Exception(line > 0 ? Format(u"Registry file line %d: %s", {line, reason}) : reason),
+    : ERegistryException(line > 0 ? Format(u"Registry file line %d: %s", {line, reason}) : reason),
       line_(line),
       reason_(reason) {}
 

@@ -25,15 +25,17 @@
 
 #include "quill/rtl/exception.h"
 #include "quill/rtl/export.h"
+#include "quill/rtl/registry.h"
 #include "quill/rtl/types.h"
 
 namespace quill {
 
-// A registry file that cannot be read or written. Line() is the 1-based line
+// A registry file that cannot be read or written (a registry error, so that
+// one handler catches every failure of an import). Line() is the 1-based line
 // of the file the problem is on (0 when writing, where there is no file
 // line); Message() is "Registry file line %d: %s" when reading, and the bare
 // reason when writing.
-class QUILL_API ERegistryFileError : public Exception {
+class QUILL_API ERegistryFileError : public ERegistryException {
  public:
   ERegistryFileError(int32_t line, const UnicodeString& reason);
   ~ERegistryFileError() override;
