@@ -20,6 +20,7 @@ void RegisterUtilsCommands(CLI::App& app);
 void RegisterHelpCommands(CLI::App& app);
 void RegisterLocaleCommands(CLI::App& app);
 void RegisterCodePageCommands(CLI::App& app);
+void RegisterRegistryCommands(CLI::App& app);
 
 // Each Demo* prints a short demonstration of the unit on bundled sample data.
 void DemoRuntime(std::ostream& out);

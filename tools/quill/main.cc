@@ -83,6 +83,7 @@ int main(int argc, char** argv) {
   RegisterHelpCommands(app);
   RegisterLocaleCommands(app);
   RegisterCodePageCommands(app);
+  RegisterRegistryCommands(app);
 
   try {
     try {
