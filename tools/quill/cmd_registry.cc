@@ -5,7 +5,7 @@
 //   quill reg set KEY NAME VALUE [--type T]       T: sz (default), expand_sz, dword, binary
 //   quill reg delete KEY [NAME]                   a value, or without NAME the key with its subtree
 //   quill reg list KEY [--recursive] [--json]     a key's values and subkeys
-//   quill reg export KEY FILE                     KEY's tree as a registry file ("-": stdout)
+//   quill reg export [--force] KEY FILE           KEY's tree as a registry file ("-": stdout)
 //   quill reg import FILE                         a registry file ("-": stdin), all or nothing
 //
 // KEY is a path below HKEY_CURRENT_USER ("Software\MyApp"); a leading
@@ -15,12 +15,9 @@
 // a file that cannot be read or written, or a store error; 2 usage errors and
 // a malformed registry file (reported as FILE:LINE: reason, nothing written).
 #include <cctype>
-#include <cerrno>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -184,34 +181,6 @@ std::vector<uint8_t> ParseBinary(const std::string& s) {
   return bytes;
 }
 
-std::string ReadInput(const std::string& file) {
-  if (file == "-") {
-    std::string data;
-    char buf[1 << 16];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, stdin)) > 0) data.append(buf, n);
-    if (std::ferror(stdin)) throw ToolError(kExitDataError, "cannot read standard input: " + ErrorText(errno));
-    return data;
-  }
-  std::ifstream in(file, std::ios::binary);
-  if (!in) throw ToolError(kExitDataError, "cannot read \"" + file + "\": " + ErrorText(errno));
-  std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (in.bad()) throw ToolError(kExitDataError, "cannot read \"" + file + "\": " + ErrorText(errno));
-  return data;
-}
-
-void WriteOutput(const std::string& file, const std::string& bytes) {
-  if (file == "-") {
-    Stdout().write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    CheckStdout();
-    return;
-  }
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  if (out) out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (out) out.close();
-  if (!out) throw ToolError(kExitDataError, "cannot write \"" + file + "\": " + ErrorText(errno));
-}
-
 // --- the commands ---
 
 void Get(const std::string& key_arg, const std::string& name_arg) {
@@ -313,16 +282,20 @@ void List(const std::string& key_arg, bool recursive, bool json) {
   if (json) out << "\n]\n";
 }
 
-void Export(const std::string& key_arg, const std::string& file) {
+void Export(const std::string& key_arg, const std::string& file, bool force) {
   const UnicodeString key = KeyArg(key_arg);
   const quill::TRegFileOperations ops = quill::ExportRegistryKey(key);
   if (ops.empty()) NoKey(key);
-  WriteOutput(file, quill::EncodeRegFile(quill::WriteRegFile(ops)));
+  const std::string bytes = quill::EncodeRegFile(quill::WriteRegFile(ops));
+  OutputFile out(file, force);
+  out.Write(bytes.data(), bytes.size());
+  out.Commit();
 }
 
 void Import(const std::string& file) {
-  const std::string bytes = ReadInput(file);
-  const std::string shown = file == "-" ? std::string("standard input") : file;
+  InputFile in(file);
+  const std::string bytes = in.ReadAll();
+  const std::string& shown = in.Name();
   quill::TRegFileOperations ops;
   try {
     ops = quill::ParseRegFile(bytes);
@@ -377,10 +350,12 @@ void RegisterRegistryCommands(CLI::App& app) {
   list->add_flag("--json", *json, "One JSON array of key objects");
   list->callback([=] { List(*key, *recursive, *json); });
 
+  auto force = std::make_shared<bool>(false);
   auto* exp = reg->add_subcommand("export", "Write a key and everything below it as a registry file (UTF-16LE)");
   exp->add_option("KEY", *key, "Key path")->required();
   exp->add_option("FILE", *file, "Output file, - for standard output")->required();
-  exp->callback([=] { Export(*key, *file); });
+  exp->add_flag("--force", *force, "Replace FILE even when it is write-protected");
+  exp->callback([=] { Export(*key, *file, *force); });
 
   auto* imp = reg->add_subcommand("import", "Apply a registry file in one transaction (all or nothing)");
   imp->add_option("FILE", *file, "Registry file, - for standard input")->required();

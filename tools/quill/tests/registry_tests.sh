@@ -223,6 +223,22 @@ case_reg_export_format() {
   cmp e.reg e2.reg
 }
 
+case_reg_export_unwritable() {
+  "$QUILL" reg set K v 1
+  run "$QUILL" reg export K /nonexistent/dir/out.reg
+  expect_status 1
+  expect_err '/nonexistent/dir/out.reg'
+  # A write-protected file is kept unless --force.
+  need_nonroot
+  echo old >ro.reg
+  chmod a-w ro.reg
+  run "$QUILL" reg export K ro.reg
+  expect_status 1
+  [ "$(cat ro.reg)" = old ] || fail "ro.reg was replaced"
+  "$QUILL" reg export --force K ro.reg
+  [ "$(first_bytes ro.reg 2)" = fffe ] || fail "--force did not write"
+}
+
 case_reg_export_missing_key() {
   run "$QUILL" reg export 'Software\Nowhere' out.reg
   expect_status 1
@@ -345,7 +361,7 @@ case_reg_import_not_a_registry_file() {
 case_reg_import_missing_file() {
   run "$QUILL" reg import /nonexistent/x.reg
   expect_status 1
-  expect_err 'cannot read "/nonexistent/x.reg"'
+  expect_err 'cannot open /nonexistent/x.reg'
 }
 
 # A key the store refuses (a name over 255 characters) fails the import with
