@@ -5,7 +5,7 @@
 //   quill reg set KEY NAME VALUE [--type T]       T: sz (default), expand_sz, dword, binary
 //   quill reg delete KEY [NAME]                   a value, or without NAME the key with its subtree
 //   quill reg list KEY [--recursive] [--json]     a key's values and subkeys
-//   quill reg export [--force] KEY FILE           KEY's tree as a registry file ("-": stdout)
+//   quill reg export [-f] KEY FILE                KEY's tree as a registry file ("-": stdout)
 //   quill reg import FILE                         a registry file ("-": stdin), all or nothing
 //
 // KEY is a path below HKEY_CURRENT_USER ("Software\MyApp"); a leading
@@ -354,7 +354,7 @@ void RegisterRegistryCommands(CLI::App& app) {
   auto* exp = reg->add_subcommand("export", "Write a key and everything below it as a registry file (UTF-16LE)");
   exp->add_option("KEY", *key, "Key path")->required();
   exp->add_option("FILE", *file, "Output file, - for standard output")->required();
-  exp->add_flag("--force", *force, "Replace FILE even when it is write-protected");
+  exp->add_flag("--force,-f", *force, "Replace FILE even when it is write-protected");
   exp->callback([=] { Export(*key, *file, *force); });
 
   auto* imp = reg->add_subcommand("import", "Apply a registry file in one transaction (all or nothing)");
