@@ -9,6 +9,8 @@
 #include <emmintrin.h>
 #endif
 
+#include <unicode/uchar.h>
+
 #include "quill/rtl/casing.h"
 #include "quill/rtl/internal/converter.h"
 #include "quill/rtl/syslocale.h"
@@ -35,6 +37,24 @@ bool AnsiCodePageHasAsciiTrailBytes() {
     default:
       return false;
   }
+}
+
+bool HighUnitLowersTo(char c) {
+  // The ASCII characters some unit from U+0080 up lowers to. u_tolower
+  // (what the library's lowering uses outside Turkish, Azerbaijani and
+  // Lithuanian) narrows the units down; the library's own lowering decides.
+  static const std::array<bool, 128> targets = [] {
+    std::array<bool, 128> t{};
+    for (UChar32 u = 0x80; u <= 0xFFFF; ++u) {
+      if (u >= 0xD800 && u <= 0xDFFF) continue;
+      if (u_tolower(u) >= 0x80) continue;
+      const WideChar lowered = AnsiLowerChar(static_cast<WideChar>(u));
+      if (lowered < 0x80) t[lowered] = true;
+    }
+    return t;
+  }();
+  const auto code = static_cast<unsigned char>(c);
+  return code < 128 && targets[code];
 }
 
 bool AnsiCodePageIsSingleByte() {

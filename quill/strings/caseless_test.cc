@@ -12,6 +12,7 @@
 
 #include "quill/rtl/casing.h"
 #include "quill/rtl/syslocale.h"
+#include "quill/strings/internal/caseless.h"
 #include "quill/strings/replace.h"
 #include "quill/strings/search.h"
 
@@ -143,6 +144,38 @@ TEST(CXPos, SingleByteCodePageTakesNoCopyOfTheText) {
   EXPECT_EQ(CPos("CAF\xC9 CR\xC8ME", text), 12);
   EXPECT_EQ(CXPos("zz", text, 1, 1), 0);
   EXPECT_LT(g_largest.load(), 4096u);
+}
+
+// UTF-16 text of other scripts with an ASCII pattern: the scan by anchors
+// must give the answers of the lowered copies, also where KELVIN SIGN lowers
+// to 'k' and capital I with dot above to 'i' (those letters are never
+// anchors), on texts long enough for every scan width.
+TEST(CXPos, Utf16NonAsciiTextsSameAnswersAsLoweredCopies) {
+  const std::u16string alphabet =
+      u"aAkKiIsSeE -\u212A\u0130\u0430\u0410\u043A\u041A\u4E2D\u6587\u00E9\u00C9";
+  std::mt19937 rng(13);
+  for (int round = 0; round < 400; ++round) {
+    std::u16string t;
+    const std::size_t len = rng() % 700;
+    for (std::size_t i = 0; i < len; ++i) t += alphabet[rng() % alphabet.size()];
+    std::u16string p;
+    const std::size_t plen = 1 + rng() % 4;
+    for (std::size_t i = 0; i < plen; ++i) p += alphabet[rng() % 12];  // ASCII only
+    const std::u16string lt = AnsiLowerCase(t);
+    const std::u16string lp = AnsiLowerCase(p);
+    for (int32_t n : {1, 2, 4}) {
+      ASSERT_EQ(CXPos(p, t, 1, n), XPos(lp, lt, 1, n)) << "round " << round << " n " << n;
+    }
+  }
+}
+
+// The ASCII letters a non-ASCII unit lowers to: 'k' (U+212A) and 'i'
+// (U+0130); a plain letter such as 'a' has none.
+TEST(HighUnitLowersTo, KelvinSignAndDottedCapitalI) {
+  EXPECT_TRUE(internal::HighUnitLowersTo('k'));
+  EXPECT_TRUE(internal::HighUnitLowersTo('i'));
+  EXPECT_FALSE(internal::HighUnitLowersTo('a'));
+  EXPECT_FALSE(internal::HighUnitLowersTo('z'));
 }
 
 }  // namespace

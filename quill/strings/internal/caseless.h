@@ -5,7 +5,9 @@
 // apply to the caller's text). A lowered copy of the text is built only when
 // needed: when the lowered pattern is ASCII, ASCII text is folded on the fly,
 // and in the UTF-16 form non-ASCII characters are lowered one at a time, so
-// no memory proportional to the text is taken. In a single-byte ANSI code
+// no memory proportional to the text is taken (the UTF-16 form finds its
+// candidates by two pattern letters in either case, so text in other
+// scripts is passed over by the vector scan). In a single-byte ANSI code
 // page the 8-bit form never copies: lowering there maps each byte on its own
 // (through the code page's table, in every locale), so any pattern is
 // searched byte-wise (ByteCaselessSearch). In multi-byte code pages the 8-bit
@@ -68,6 +70,11 @@ class ByteCaselessSearch {
   bool vector_ = false;  // false: every pattern character has 3 or more such bytes
 };
 
+// True when some non-ASCII UTF-16 unit lowers to the ASCII character `c`
+// (as U+212A KELVIN SIGN to 'k'), under locales that fold ASCII plainly.
+// The units are found once, through the library's own lowering.
+bool HighUnitLowersTo(char c);
+
 template <class C>
 constexpr C AsciiLower(C c) noexcept {
   return (c >= C('A') && c <= C('Z')) ? static_cast<C>(c + 32) : c;
@@ -99,7 +106,22 @@ class CaselessFinder {
     }
     onTheFly_ = IsAscii<C>(lpat_) && UserLocaleFoldsAsciiPlainly();
     if constexpr (sizeof(C) == 1) onTheFly_ = onTheFly_ && !AnsiCodePageHasAsciiTrailBytes();
-    if (!onTheFly_) BuildCopy();
+    if (!onTheFly_) {
+      BuildCopy();
+      return;
+    }
+    if constexpr (sizeof(C) == 2) {
+      // Anchors: pattern characters whose UTF-16 units lowering to them are
+      // at most two (the letter's cases; 'i' and 'k' also have a non-ASCII
+      // unit lowering to them and are left out).
+      anchored_ = ChooseAnchors<C>(lpat_.size(), [&](std::size_t j, C* pair) {
+        const C c = lpat_[j];
+        if (HighUnitLowersTo(static_cast<char>(c))) return false;
+        pair[0] = c;
+        pair[1] = AsciiUpper(c);
+        return true;
+      }, anchors_);
+    }
   }
 
   // 0-based index of the first occurrence at or after `from`; npos if none.
@@ -111,6 +133,22 @@ class CaselessFinder {
     if (!onTheFly_) return View<C>(ltext_).find(lpat_, from);
     const std::size_t n = text_.size();
     const std::size_t m = lpat_.size();
+    if constexpr (sizeof(C) == 2) {
+      if (anchored_) {
+        // Non-ASCII units are then only looked at inside candidates.
+        if (from >= n || n - from < m) return npos;
+        const std::size_t count = n - from - m + 1;
+        const C* const base = text_.data() + from;
+        const std::size_t i = ScanForward(base, count, anchors_, [&](std::size_t c) {
+          for (std::size_t j = 0; j < m; ++j) {
+            const C u = base[c + j];
+            if ((Code(u) >= 128 ? LowerWide(u) : AsciiLower(u)) != lpat_[j]) return false;
+          }
+          return true;
+        });
+        return i == count ? npos : from + i;
+      }
+    }
     const C first = lpat_[0];
     const C last = lpat_[m - 1];
     while (from < n && n - from >= m) {
@@ -167,6 +205,8 @@ class CaselessFinder {
   View<C> text_;
   Str<C> ltext_;
   bool onTheFly_ = false;
+  bool anchored_ = false;  // UTF-16 on the fly: scan by anchors_
+  Anchors<C> anchors_;
   std::optional<ByteCaselessSearch> bytes_;  // 8-bit text, single-byte code page
 };
 
