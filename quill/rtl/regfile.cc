@@ -95,6 +95,13 @@ bool IsOtherRoot(std::u16string_view name) {
   return false;
 }
 
+// True when a backslash-separated key path (not empty) has an empty name:
+// at the start, at the end, or between two backslashes.
+bool HasEmptyKeyName(std::u16string_view path) {
+  return path.empty() || path.front() == u'\\' || path.back() == u'\\' ||
+         path.find(u"\\\\") != std::u16string_view::npos;
+}
+
 // The key path of a section header's inside ("HKEY_CURRENT_USER\A\B" -> "A\B").
 UnicodeString ParseKeyPath(std::u16string_view inside, int32_t line) {
   const size_t slash = inside.find(u'\\');
@@ -107,14 +114,7 @@ UnicodeString ParseKeyPath(std::u16string_view inside, int32_t line) {
   }
   if (slash == std::u16string_view::npos) return {};
   const std::u16string_view path = inside.substr(slash + 1);
-  size_t start = 0;
-  while (true) {
-    const size_t next = path.find(u'\\', start);
-    const size_t end = next == std::u16string_view::npos ? path.size() : next;
-    if (end == start) Fail(line, u"empty key name in \"%s\"", {Excerpt(inside)});
-    if (next == std::u16string_view::npos) break;
-    start = next + 1;
-  }
+  if (HasEmptyKeyName(path)) Fail(line, u"empty key name in \"%s\"", {Excerpt(inside)});
   return UnicodeString(path);
 }
 
@@ -393,14 +393,7 @@ void AppendQuoted(UnicodeString& out, std::u16string_view s) {
 void AppendSection(UnicodeString& out, const UnicodeString& key, bool deleted) {
   CheckNoLineBreak(key, u"the key");
   if (!key.empty()) {
-    size_t start = 0;
-    while (true) {
-      const size_t next = key.find(u'\\', start);
-      const size_t end = next == UnicodeString::npos ? key.size() : next;
-      if (end == start) Fail(0, u"the key \"%s\" has an empty key name", {Excerpt(key)});
-      if (next == UnicodeString::npos) break;
-      start = next + 1;
-    }
+    if (HasEmptyKeyName(key)) Fail(0, u"the key \"%s\" has an empty key name", {Excerpt(key)});
   } else if (deleted) {
     Fail(0, u"the root key cannot be deleted");
   }
