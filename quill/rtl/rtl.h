@@ -15,6 +15,7 @@
 #include "quill/rtl/intconv.h"
 #include "quill/rtl/localefacts.h"
 #include "quill/rtl/regfile.h"
+#include "quill/rtl/regfile_store.h"
 #include "quill/rtl/registry.h"
 #include "quill/rtl/resstrings.h"
 #include "quill/rtl/streams.h"
