@@ -317,7 +317,9 @@ void RegisterRegistryCommands(CLI::App& app) {
   reg->require_subcommand(1);
   reg->footer(
       "KEY is a path below HKEY_CURRENT_USER (Software\\MyApp); \"\" is the root. The store is $QUILL_REGISTRY, "
-      "else $XDG_CONFIG_HOME/quill/registry.db, else ~/.config/quill/registry.db.");
+      "else $XDG_CONFIG_HOME/quill/registry.db, else ~/.config/quill/registry.db.\n"
+      "Exit status: 0 done; 1 a missing key or value, a file or store error; 2 usage error, or a malformed\n"
+      "registry file (FILE:LINE: reason). A failed import writes nothing.");
 
   auto key = std::make_shared<std::string>();
   auto name = std::make_shared<std::string>();

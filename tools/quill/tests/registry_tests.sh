@@ -84,6 +84,12 @@ case_reg_set_get_binary() {
   expect_status 2
 }
 
+case_reg_help_names_exit_statuses() {
+  run "$QUILL" reg --help
+  expect_status 0
+  expect_out 'Exit status: 0 done; 1 a missing key or value'
+}
+
 case_reg_set_unknown_type() {
   run "$QUILL" reg set K n 1 --type qword
   expect_status 2
