@@ -169,6 +169,39 @@ TEST(CXPos, Utf16NonAsciiTextsSameAnswersAsLoweredCopies) {
   }
 }
 
+// XStartsWith lowers only the text's head: its answers must be those of
+// the whole lowered text, also when a character straddles the prefix's end
+// (UTF-8 and double-byte characters, a surrogate pair).
+TEST(XStartsWith, HeadLoweringSameAnswersAsWholeText) {
+  // Armenian capitals (U+0531, U+0532) lower to letters with another first
+  // byte in UTF-8.
+  const std::vector<std::string> texts = {"\xC3\x89T\xC3\x89 more text", "\x82\x60\x82\x61 AB",
+                                          "\xD4\xB1\xD4\xB2 armenian",
+                                          "Caf\xC9 CAF\xC9", "plain"};
+  for (const char* cp : {"65001", "932", "1252"}) {
+    PinnedEnv pin("QUILL_ANSI_CODEPAGE", cp);
+    for (const auto& t : texts) {
+      const std::string lt = AnsiLowerCase(t);
+      for (std::size_t k = 0; k <= t.size(); ++k) {
+        const std::string p = t.substr(0, k);
+        // Upper-cased prefixes, and pieces of the lowered text, too.
+        for (const std::string& q : {p, AnsiUpperCase(p), lt.substr(0, k)}) {
+          const std::string lq = AnsiLowerCase(q);
+          EXPECT_EQ(XStartsWith(q, t, false), lt.compare(0, lq.size(), lq) == 0 && lq.size() <= lt.size())
+              << cp << " " << t << " " << k;
+        }
+      }
+    }
+  }
+  const std::u16string u = u"\U00010400\U00010400x\u00C9";
+  const std::u16string lu = AnsiLowerCase(u);
+  for (std::size_t k = 0; k <= u.size(); ++k) {
+    const std::u16string p = AnsiUpperCase(u.substr(0, k));
+    const std::u16string lp = AnsiLowerCase(p);
+    EXPECT_EQ(XStartsWith(p, u, false), lu.compare(0, lp.size(), lp) == 0) << k;
+  }
+}
+
 // The ASCII letters a non-ASCII unit lowers to: 'k' (U+212A) and 'i'
 // (U+0130); a plain letter such as 'a' has none.
 TEST(HighUnitLowersTo, KelvinSignAndDottedCapitalI) {

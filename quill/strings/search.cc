@@ -71,9 +71,12 @@ bool XStartsWithT(View<C> prefix, View<C> text, bool caseSensitive) {
       return internal::AsciiLower(a) == internal::AsciiLower(b);
     });
   }
-  // The whole text is lowered: lowering may depend on what follows.
+  // Lowering maps one character at a time, so only the head is lowered,
+  // with 4 more code units: a character (up to 4 bytes, or a surrogate
+  // pair) that straddles the prefix's end is then lowered whole, as in the
+  // whole text.
   const auto lp = AnsiLowerCase(prefix);
-  const auto lt = AnsiLowerCase(text);
+  const auto lt = AnsiLowerCase(text.substr(0, std::min(text.size(), prefix.size() + 4)));
   return View<C>(lt).substr(0, lp.size()) == View<C>(lp);
 }
 
