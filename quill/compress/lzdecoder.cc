@@ -27,7 +27,9 @@
 #include <cstring>
 #include <memory>
 
-#if defined(__SSE2__)
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+#include <immintrin.h>
+#elif defined(__SSE2__)
 #include <emmintrin.h>
 #endif
 
@@ -79,15 +81,59 @@ struct TokenTable {
   // Size of the token (2 for a copy, 1 + length for a literal run); 0 for
   // the tokens the decoder handles apart: runs above 24 bytes and copies
   // with d outside 8 .. 2,030.
-  alignas(16) uint8_t advance[kPiece + 16];
+  alignas(32) uint8_t advance[kPiece + 32];
   // Bytes of output: the copy's or the run's length.
-  alignas(16) uint8_t length[kPiece + 16];
+  alignas(32) uint8_t length[kPiece + 32];
   // 0xFF for a copy, 0 for a literal run.
-  alignas(16) int8_t copy[kPiece + 16];
+  alignas(32) int8_t copy[kPiece + 32];
 
-  // Fills the entries [0, n). Reads up to 16 bytes past p[n - 1].
-  void Fill(const uint8_t* p, int64_t n) noexcept {
-    int64_t k = 0;
+  // Entries are made a chunk at a time, as the tokens reach them, so that
+  // the bytes of long literal runs (which the decoder jumps over) cost
+  // nothing: incompressible data is all such runs.
+  static constexpr int64_t kChunk = 512;
+
+  // Fills the entries [from, end) for the piece starting at p (and up to 31
+  // more). Reads up to 32 bytes past p[end - 1].
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+  // Fill with AVX2: 32 entries a step.
+  __attribute__((target("avx2"))) void FillAvx2(const uint8_t* p, int64_t from, int64_t end) noexcept {
+    const __m256i one = _mm256_set1_epi8(1);
+    const __m256i zero = _mm256_setzero_si256();
+    for (int64_t k = from; k < end; k += 32) {
+      const __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + k));
+      const __m256i y = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + k + 1));
+      const __m256i is_copy = _mm256_cmpeq_epi8(_mm256_and_si256(x, one), one);
+      const __m256i half = _mm256_and_si256(_mm256_srli_epi16(x, 1), _mm256_set1_epi8(0x7F));
+      const __m256i high = _mm256_and_si256(y, _mm256_set1_epi8(0x0F));
+      const __m256i copy_len = _mm256_add_epi8(
+          _mm256_and_si256(_mm256_srli_epi16(y, 4), _mm256_set1_epi8(0x0F)), _mm256_set1_epi8(kMinMatch));
+      const __m256i d_small = _mm256_and_si256(_mm256_cmpeq_epi8(high, zero),
+                                               _mm256_cmpgt_epi8(_mm256_set1_epi8(8), half));
+      const __m256i d_large = _mm256_and_si256(_mm256_cmpeq_epi8(high, _mm256_set1_epi8(0x0F)),
+                                               _mm256_cmpgt_epi8(half, _mm256_set1_epi8(110)));
+      const __m256i rare =
+          _mm256_or_si256(_mm256_and_si256(is_copy, _mm256_or_si256(d_small, d_large)),
+                          _mm256_andnot_si256(is_copy, _mm256_cmpgt_epi8(half, _mm256_set1_epi8(24))));
+      const __m256i size = _mm256_or_si256(_mm256_and_si256(is_copy, _mm256_set1_epi8(2)),
+                                           _mm256_andnot_si256(is_copy, _mm256_add_epi8(half, one)));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(advance + k), _mm256_andnot_si256(rare, size));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(length + k),
+                          _mm256_or_si256(_mm256_and_si256(is_copy, copy_len), _mm256_andnot_si256(is_copy, half)));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(copy + k), is_copy);
+    }
+  }
+#endif
+
+  void Fill(const uint8_t* p, int64_t from, int64_t end) noexcept {
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+    static const bool avx2 = __builtin_cpu_supports("avx2") != 0;
+    if (avx2) {
+      FillAvx2(p, from, end);
+      return;
+    }
+#endif
+    int64_t k = from;
+    const int64_t n = end;
 #if defined(__SSE2__)
     const __m128i one = _mm_set1_epi8(1);
     const __m128i zero = _mm_setzero_si128();
@@ -108,10 +154,10 @@ struct TokenTable {
                                         _mm_andnot_si128(is_copy, _mm_cmpgt_epi8(half, _mm_set1_epi8(24))));
       const __m128i size = _mm_or_si128(_mm_and_si128(is_copy, _mm_set1_epi8(2)),
                                         _mm_andnot_si128(is_copy, _mm_add_epi8(half, one)));
-      _mm_store_si128(reinterpret_cast<__m128i*>(advance + k), _mm_andnot_si128(rare, size));
-      _mm_store_si128(reinterpret_cast<__m128i*>(length + k),
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(advance + k), _mm_andnot_si128(rare, size));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(length + k),
                       _mm_or_si128(_mm_and_si128(is_copy, copy_len), _mm_andnot_si128(is_copy, half)));
-      _mm_store_si128(reinterpret_cast<__m128i*>(copy + k), is_copy);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(copy + k), is_copy);
     }
 #else
     for (; k < n; ++k) {
@@ -223,11 +269,14 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
     auto rare_token = [&](uint32_t word) -> bool {
       if ((word & 1) == 0) {
         // A literal run: a fixed-size move of 128 bytes (both buffers have
-        // room past the run).
-        const uint32_t n = (word & 0xFF) >> 1;
-        std::memcpy(op, ip + 1, 128);
-        ip += n + 1;
-        op += n;
+        // room past the run). Incompressible data is a stream of long runs:
+        // they are taken here one after the other, within the limits.
+        do {
+          const uint32_t n = ip[0] >> 1;
+          std::memcpy(op, ip + 1, 128);
+          ip += n + 1;
+          op += n;
+        } while (!kReport && ip <= ip_limit && op <= op_limit && (ip[0] & 1) == 0 && ip[0] > 2 * 24 + 1);
         return true;
       }
       const uint32_t d = (word & 0x0FFFu) >> 1;
@@ -326,9 +375,13 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
       while (!general && ip <= ip_limit && op <= op_limit) {
         const uint8_t* const piece = ip;
         const int64_t span = std::min<int64_t>(TokenTable::kPiece, ip_limit - ip + 1);
-        table.Fill(piece, span);
         int64_t k = 0;
+        int64_t filled = 0;  // table entries made: [.., filled)
         while (k < span && op <= op_limit) {
+          if (k >= filled) {
+            filled = std::min(span, k + TokenTable::kChunk);
+            table.Fill(piece, k, filled);
+          }
           const uint8_t* const t = piece + k;
           const int64_t step = table.advance[k];
           if (step == 0) [[unlikely]] {

@@ -423,6 +423,17 @@ TEST(LZDecodeStreams, RunsOfIdenticalShortPeriodCopiesInEveryPairing) {
   }
 }
 
+// Incompressible data is a stream of 127-byte literal runs, which the
+// decoder takes one after the other outside its token table: past its
+// pieces and growth steps, with a compressible stretch between two such
+// streams.
+TEST(LZDecodeStreams, LongStreamsOfLiteralRunsInEveryPairing) {
+  Bytes plain = RandomBytes(300000, 77);
+  const Bytes text = RandomBytes(5000, 78, 4);
+  plain.insert(plain.begin() + 150000, text.begin(), text.end());
+  ExpectAllPairingsMatch(EncodeBody(plain, Coder::kFast), RunSetup{}, "random with a text stretch");
+}
+
 // Far copies the screening sends aside (d above 2,030 that still fit in the
 // window) and literal runs above 24 bytes, mixed with ordinary tokens.
 TEST(LZDecodeStreams, FarCopiesAndLongRunsInEveryPairing) {
