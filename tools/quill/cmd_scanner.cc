@@ -295,34 +295,19 @@ class LineReader {
   // advancing `used`; false at the end of the input.
   bool Next(TStringList& lines, int32_t& used, size_t budget) {
     if (done_ && buf_.empty()) return false;
-    if (!done_ && buf_.size() < budget) {
-      const size_t old = buf_.size();
-      buf_.resize(budget + (size_t{1} << 16));
-      size_t have = old;
-      while (have < budget) {
-        const size_t got = in_.Read(buf_.data() + have, buf_.size() - have);
-        if (got == 0) {
-          done_ = true;
-          break;
-        }
-        have += got;
+    // Read to about `budget` bytes; when they hold no line break, read on
+    // (a line longer than the budget comes whole).
+    size_t cut = 0;
+    size_t searched = 0;  // bytes known to hold no line break (but a last CR)
+    for (size_t target = budget;; target += budget) {
+      Fill(target);
+      if (first_ && (done_ || buf_.size() >= 3)) {
+        if (buf_.compare(0, 3, "\xEF\xBB\xBF") == 0) buf_.erase(0, 3);
+        first_ = false;
       }
-      buf_.resize(have);
-    }
-    if (first_ && (done_ || buf_.size() >= 3)) {
-      if (buf_.compare(0, 3, "\xEF\xBB\xBF") == 0) buf_.erase(0, 3);
-      first_ = false;
-    }
-    // Complete lines only, unless the input ended; a CR last in the buffer
-    // may be the first half of CR LF.
-    size_t cut = buf_.size();
-    if (!done_) {
-      while (cut > 0 && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
-      if (cut > 0 && buf_[cut - 1] == '\r' && cut == buf_.size()) {
-        --cut;
-        while (cut > 0 && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
-      }
-      if (cut == 0) return true;  // one long line so far: read on
+      cut = CompleteLines(searched > 0 ? searched - 1 : 0);
+      if (cut > 0 || done_) break;
+      searched = buf_.size();
     }
     const char* const data = buf_.data();
     size_t pos = 0;
@@ -339,6 +324,37 @@ class LineReader {
   }
 
  private:
+  // Reads until the buffer holds `target` bytes or the input ends.
+  void Fill(size_t target) {
+    if (done_ || buf_.size() >= target) return;
+    size_t have = buf_.size();
+    buf_.resize(target + (size_t{1} << 16));
+    while (have < target) {
+      const size_t got = in_.Read(buf_.data() + have, buf_.size() - have);
+      if (got == 0) {
+        done_ = true;
+        break;
+      }
+      have += got;
+    }
+    buf_.resize(have);
+  }
+
+  // The length of the buffer's complete lines: all of it once the input
+  // ended; else up to the last line break, where a CR last in the buffer
+  // may be the first half of CR LF and waits. 0: no complete line yet. The
+  // first `floor` bytes are known to hold no line break and are not searched.
+  [[nodiscard]] size_t CompleteLines(size_t floor) const {
+    if (done_) return buf_.size();
+    size_t cut = buf_.size();
+    while (cut > floor && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
+    if (cut > floor && buf_[cut - 1] == '\r' && cut == buf_.size()) {
+      --cut;
+      while (cut > floor && buf_[cut - 1] != '\n' && buf_[cut - 1] != '\r') --cut;
+    }
+    return cut > floor ? cut : 0;
+  }
+
   // Line `index` of `lines` becomes `bytes` in UTF-16, reusing the string's
   // memory when the line exists already.
   void StoreLine(TStringList& lines, int32_t index, std::string_view bytes) {

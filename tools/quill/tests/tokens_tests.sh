@@ -99,3 +99,14 @@ case_tokens_speed() {
   awk -v t="$plain" 'BEGIN { exit !(t <= 0.30) }' || fail "plain output took $plain s of CPU for 10 MB"
   awk -v p="$plain" -v j="$json" 'BEGIN { exit !(j <= 1.5 * p + 0.02) }' || fail "--json $json s, plain $plain s"
 }
+
+# A line longer than a piece (over 1 MB, no line break) comes whole, and so
+# does a last line without a break.
+case_tokens_long_line() {
+  awk 'BEGIN { for (i = 0; i < 300000; i++) printf "w%d ", i }' >long.pas
+  timeout 60 "$QUILL" tokens long.pas >out
+  [ "$(wc -l <out)" -eq 300000 ] || fail "$(wc -l <out) tokens, expected 300000"
+  [ "$(tail -1 out | cut -f6)" = w299999 ] || fail "last token: $(tail -1 out)"
+  printf 'a\r\nb\rc' | "$QUILL" tokens - >out
+  [ "$(cut -f1,6 out | tr '\t\n' ':,')" = "0:a,1:b,2:c," ] || fail "$(cat out)"
+}
