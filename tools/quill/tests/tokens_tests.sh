@@ -79,7 +79,8 @@ case_tokens_memory() {
 }
 
 # CPU time (best of three, so that a busy machine counts less): at least
-# 33 MB/s of input even on a loaded machine (about 80 MB/s on an idle one),
+# 29 MB/s of input (0.11 s, 90 MB/s, on the loaded development machine; the
+# tool before its rewrite needed 0.47 s there), so slower machines pass too,
 # and --json within 1.5 times of the plain output.
 cpu_seconds() {
   local best=999 t i
@@ -96,7 +97,7 @@ case_tokens_speed() {
   plain=$(cpu_seconds "$QUILL" tokens big.pas)
   json=$(cpu_seconds "$QUILL" tokens --json big.pas)
   echo "plain $plain s, json $json s for $(stat -c %s big.pas) bytes"
-  awk -v t="$plain" 'BEGIN { exit !(t <= 0.30) }' || fail "plain output took $plain s of CPU for 10 MB"
+  awk -v t="$plain" 'BEGIN { exit !(t <= 0.35) }' || fail "plain output took $plain s of CPU for 10 MB"
   awk -v p="$plain" -v j="$json" 'BEGIN { exit !(j <= 1.5 * p + 0.02) }' || fail "--json $json s, plain $plain s"
 }
 
