@@ -29,6 +29,7 @@
 #include "quill/strings/gstrings.h"
 #include "tools/quill/commands.h"
 #include "tools/quill/io.h"
+#include "tools/quill/textout.h"
 
 namespace quilltool {
 namespace {
@@ -139,7 +140,7 @@ class TokenWriter {
   void Put(const TokenFields& t, int64_t line_base, int64_t pos_base, bool json) {
     // Room for the numbers and names, and for the text at its longest (a
     // \u escape is six bytes per UTF-16 unit).
-    const size_t need = 160 + t.RealStr.size() * 6;
+    const size_t need = 160 + t.RealStr.size() * kEscapedBytesPerUnit;
     if (kSize - used_ < need) Drain();
     if (need > kSize) buf_.resize(need);
     char* p = buf_.data() + used_;
@@ -155,7 +156,7 @@ class TokenWriter {
       p = PutLit(p, ",\"type\":\"");
       p = PutStr(p, TypeName(t.TokType));
       p = PutLit(p, "\",\"text\":\"");
-      p = PutText(p, t.RealStr, true);
+      p = PutEscapedText(p, t.RealStr, true);
       p = t.TokLocalize ? PutLit(p, "\",\"localize\":true}\n") : PutLit(p, "\",\"localize\":false}\n");
     } else {
       p = PutInt(p, line_base + t.TokLine);
@@ -168,7 +169,7 @@ class TokenWriter {
       *p++ = '\t';
       p = PutStr(p, TypeName(t.TokType));
       *p++ = '\t';
-      p = PutText(p, t.RealStr, false);
+      p = PutEscapedText(p, t.RealStr, false);
       *p++ = '\n';
     }
     used_ = static_cast<size_t>(p - buf_.data());
@@ -184,39 +185,6 @@ class TokenWriter {
 
  private:
   static constexpr size_t kSize = size_t{1} << 18;
-
-  // The token text: a JSON string body when `json`, else the tab-separated
-  // form (backslash, tab, CR, LF and other control characters escaped); the
-  // rest in UTF-8.
-  static char* PutText(char* p, std::u16string_view s, bool json) {
-    for (size_t i = 0; i < s.size(); ++i) {
-      const char16_t c = s[i];
-      if (c >= 32 && c < 127 && c != u'\\' && (c != u'"' || !json)) {
-        *p++ = static_cast<char>(c);
-        continue;
-      }
-      switch (c) {
-        case u'\\': p = PutLit(p, "\\\\"); continue;
-        case u'"': p = PutLit(p, "\\\""); continue;
-        case u'\t': p = PutLit(p, "\\t"); continue;
-        case u'\r': p = PutLit(p, "\\r"); continue;
-        case u'\n': p = PutLit(p, "\\n"); continue;
-        default: break;
-      }
-      if (c < 32 || c == 127 || (json && c >= 0xD800 && c <= 0xDFFF)) {
-        char e[8];
-        std::snprintf(e, sizeof e, json ? "\\u%04X" : "\\x%02X", static_cast<unsigned>(c));
-        p = PutStr(p, e);
-        continue;
-      }
-      // A run of other characters in UTF-8 (at most three bytes per unit).
-      size_t j = i + 1;
-      while (j < s.size() && s[j] >= 128 && !(json && s[j] >= 0xD800 && s[j] <= 0xDFFF)) ++j;
-      p = PutStr(p, quill::UnicodeToUtf8(s.substr(i, j - i)));
-      i = j - 1;
-    }
-    return p;
-  }
 
   std::vector<char> buf_;
   size_t used_ = 0;
