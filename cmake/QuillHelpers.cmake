@@ -172,14 +172,20 @@ function(quill_install_rules)
     COMPATIBILITY SameMajorVersion)
   install(FILES ${CMAKE_BINARY_DIR}/QuillConfig.cmake ${CMAKE_BINARY_DIR}/QuillConfigVersion.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Quill)
-  # The pkg-config file finds the prefix from its own place
-  # (LIBDIR/pkgconfig), whatever prefix the tree is installed under.
+  quill_install_pkgconfig(quill23)
+endfunction()
+
+# quill_install_pkgconfig(<name>): configures cmake/<name>.pc.in and installs it
+# under LIBDIR/pkgconfig. The file finds the prefix from its own place
+# (QUILL_PC_PREFIX is ${pcfiledir}-relative), whatever prefix the tree is
+# installed under.
+function(quill_install_pkgconfig name)
   if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     set(QUILL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
   else()
     file(RELATIVE_PATH to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
     set(QUILL_PC_PREFIX "\${pcfiledir}/${to_prefix}")
   endif()
-  configure_file(${PROJECT_SOURCE_DIR}/cmake/quill23.pc.in ${CMAKE_BINARY_DIR}/quill23.pc @ONLY)
-  install(FILES ${CMAKE_BINARY_DIR}/quill23.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${CMAKE_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${CMAKE_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()

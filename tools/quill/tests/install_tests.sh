@@ -31,15 +31,21 @@ case_install_tool_runs() {
   expect_out "== Gcompress"
 }
 
-# quill23.pc derives its prefix from its own place.
+# quill23.pc (and quill23-qt.pc, when the Qt module is built) derive their
+# prefix from their own place.
 case_install_pkgconfig_relative() {
   command -v pkg-config >/dev/null || skip "no pkg-config"
   install_tree
-  pc=$prefix/lib/pkgconfig/quill23.pc
-  [ -f "$pc" ] || fail "no quill23.pc under lib/pkgconfig"
-  grep -q '^prefix=${pcfiledir}/' "$pc" || fail "prefix is not relative: $(grep '^prefix=' "$pc")"
-  got=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --variable=libdir quill23)
-  [ "$(realpath "$got")" = "$(realpath "$prefix/lib")" ] || fail "libdir $got"
+  for name in quill23 quill23-qt; do
+    pc=$prefix/lib/pkgconfig/$name.pc
+    if [ ! -f "$pc" ]; then
+      [ "$name" = quill23 ] && fail "no quill23.pc under lib/pkgconfig"
+      continue
+    fi
+    grep -q '^prefix=${pcfiledir}/' "$pc" || fail "$name: prefix is not relative: $(grep '^prefix=' "$pc")"
+    got=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --variable=libdir "$name")
+    [ "$(realpath "$got")" = "$(realpath "$prefix/lib")" ] || fail "$name: libdir $got"
+  done
 }
 
 # The README's example builds without a warning with pkg-config from the
