@@ -56,9 +56,29 @@ Str<C> ReplaceAll(View<C> text, std::size_t oldLen, View<C> newText, Find&& find
 template <class C>
 Str<C> ReplaceStrT(View<C> text, View<C> oldPattern, View<C> newText) {
   if (oldPattern.empty() || text.empty()) return Str<C>(text);
+  // One scan over the text finds every occurrence (a search restarted after
+  // each would set up again thousands of times). The result is allocated
+  // once: at its largest possible size when that stays within twice the
+  // text, otherwise at its exact size after a first pass that counts.
   const internal::ExactFinder<C> finder(oldPattern);
-  return ReplaceAll<C>(text, oldPattern.size(), newText,
-                       [&](std::size_t from) { return finder.Find(text, from); });
+  const std::size_t oldLen = oldPattern.size();
+  const std::size_t newLen = newText.size();
+  std::size_t size = text.size() + (text.size() / oldLen) * (newLen > oldLen ? newLen - oldLen : 0);
+  if (size > 2 * text.size()) {
+    std::size_t hits = 0;
+    finder.ForEachApart(text, [&](std::size_t) { ++hits; });
+    size = text.size() - hits * oldLen + hits * newLen;
+  }
+  Str<C> out;
+  out.reserve(size);
+  std::size_t last = 0;
+  finder.ForEachApart(text, [&](std::size_t p) {
+    out.append(text.data() + last, p - last);
+    out.append(newText);
+    last = p + oldLen;
+  });
+  out.append(text.data() + last, text.size() - last);
+  return out;
 }
 
 template <class C>

@@ -254,7 +254,8 @@ struct Avx2Lanes {
 // The loops hand over candidates until verify answers true (that candidate
 // is returned) or none is left (`count` is returned). With a budget, they
 // give up once the candidates checked exceed one per 256 characters
-// scanned (plus 16; memchr, dearer to restart, one per 1,024 plus 8): `resume` is then set to where the scan stopped, and kGaveUp is
+// scanned (plus 16; memchr, which the C library tunes for short gaps too,
+// one per 64): `resume` is then set to where the scan stopped, and kGaveUp is
 // returned. A scan by one anchor runs with a budget: when its character
 // turns out to be common in the text, the two-anchor scan takes over.
 inline constexpr std::size_t kGaveUp = ~std::size_t{0};
@@ -375,7 +376,7 @@ std::size_t MemchrLoop(const char* p, std::size_t count, const Anchors<char>& on
       const auto c = static_cast<std::size_t>(static_cast<const char*>(hit) - q);
       if (verify(c)) return c;
       end = c;
-      if (++checked > ((count - end) >> 10) + 8) {
+      if (++checked > ((count - end) >> 6) + 16) {
         resume = end;
         return kGaveUp;
       }
@@ -389,7 +390,7 @@ std::size_t MemchrLoop(const char* p, std::size_t count, const Anchors<char>& on
       const auto c = static_cast<std::size_t>(static_cast<const char*>(hit) - q);
       if (verify(c)) return c;
       i = c + 1;
-      if (++checked > (i >> 10) + 8) {
+      if (++checked > (i >> 6) + 16) {
         resume = i;
         return kGaveUp;
       }
@@ -486,6 +487,28 @@ class ExactFinder {
       return std::char_traits<C>::compare(base + c, pattern_.data(), m) == 0;
     });
     return i == count ? std::string_view::npos : from + i;
+  }
+
+  // Calls hit(i) for each occurrence i, left to right, that does not overlap
+  // the one before (what a replace-all replaces), in one scan.
+  template <class Hit>
+  void ForEachApart(std::basic_string_view<C> text, Hit&& hit) const {
+    const std::size_t m = pattern_.size();
+    if (m == 0 || text.size() < m) return;
+    const std::size_t count = text.size() - m + 1;
+    if (count < kShort) {
+      for (std::size_t p = text.find(pattern_); p != std::string_view::npos; p = text.find(pattern_, p + m)) hit(p);
+      return;
+    }
+    const C* const base = text.data();
+    std::size_t next = 0;  // occurrences before this overlap the last one
+    ScanForward(base, count, anchors_, [&](std::size_t c) {
+      if (c >= next && std::char_traits<C>::compare(base + c, pattern_.data(), m) == 0) {
+        hit(c);
+        next = c + m;
+      }
+      return false;
+    });
   }
 
   // 0-based index of the last occurrence starting at or before `from`;
