@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string>
 
-#include "bench/gstrings_ratio.h"
+#include "bench/ratio_reporter.h"
 #include "quill/utils/commatext.h"
 
 namespace {
@@ -109,7 +109,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "comma round trip produced nothing\n");
     return 1;
   }
-  return gstrings_bench::RunWithRatios(argc, argv,
+  return quillbench::RunWithRatios(argc, argv,
                                        {{"BM_StringToComma/1048576", "BM_BaselineJoin/1048576"},
                                         {"BM_CommaToString/1048576", "BM_BaselineJoin/1048576"}});
 }

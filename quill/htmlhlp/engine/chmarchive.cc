@@ -243,7 +243,9 @@ std::optional<std::string> TChmArchive::ContextTopic(uint32_t context) {
   for (;;) {
     while (!rest.empty() && rest.front() == '/') rest.remove_prefix(1);
     if (rest.empty()) return std::nullopt;
-    if (std::optional<std::string> stored = ResolveTopic("/" + std::string(rest))) return stored;
+    std::string candidate(1, '/');
+    candidate.append(rest);  // appended, not "/" + string: GCC 12 misreports that form at -O3
+    if (std::optional<std::string> stored = ResolveTopic(candidate)) return stored;
     const size_t slash = rest.find('/');
     if (slash == std::string_view::npos) return std::nullopt;
     rest.remove_prefix(slash + 1);
