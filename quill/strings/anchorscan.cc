@@ -46,6 +46,15 @@ bool CpuHasAvx2() noexcept {
 #endif
 }
 
+bool CpuHasAvx512Bw() noexcept {
+#if defined(QUILL_ANCHOR_AVX2)
+  static const bool has = __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0;
+  return has;
+#else
+  return false;
+#endif
+}
+
 uint16_t CharFrequency(uint32_t code) noexcept { return code < 256 ? kByteFrequency[code] : 5; }
 
 }  // namespace quill::Gstrings::internal

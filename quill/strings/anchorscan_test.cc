@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -107,6 +109,79 @@ TEST(AnchorScan, SameCandidatesAsAPlainLoop8Bit) {
 
 TEST(AnchorScan, SameCandidatesAsAPlainLoopUtf16) {
   CheckScans<char16_t>(u"aAbBzZ \u00E9\u00C9\u0430\u0410\u4E2D\uFF21", 2);
+}
+
+// The scan by one rare byte (aligned vector loads after a first unaligned
+// one, an unaligned last one ending at the text's end) at every alignment of
+// the text, with the byte at the first and last candidate places, around the
+// vector and round edges, and nowhere; the text is allocated to its exact
+// size, so a read past either end shows under the address sanitizer.
+TEST(AnchorScan, RareByteAtEveryAlignmentAndEdge) {
+  Anchors<char> a;
+  a.first = 0;
+  a.second = 1;
+  a.a0 = a.a1 = 'q';
+  a.b0 = a.b1 = 'z';
+  for (std::size_t misalign = 0; misalign < 64; ++misalign) {
+    for (std::size_t n : {257, 258, 300, 320, 321, 322, 385, 513, 700, 1100}) {
+      const std::size_t count = n - 1;
+      std::vector<std::size_t> places = {0, count - 1};
+      for (std::size_t edge : {31, 32, 33, 63, 64, 65, 127, 128, 129, 255, 256, 257, 319, 320, 511, 512}) {
+        if (edge >= misalign && edge - misalign < count) places.push_back(edge - misalign);
+      }
+      std::sort(places.begin(), places.end());
+      places.erase(std::unique(places.begin(), places.end()), places.end());
+      for (bool none : {false, true}) {
+        std::unique_ptr<char[]> block(new char[misalign + n]);
+        char* const t = block.get() + misalign;
+        std::fill(t, t + n, '.');
+        std::vector<std::size_t> want;
+        if (!none) {
+          for (std::size_t at : places) {
+            t[at] = 'q';
+            t[at + 1] = 'z';
+            want.push_back(at);
+          }
+        }
+        std::vector<std::size_t> got;
+        ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) {
+                    got.push_back(i);
+                    return false;
+                  }),
+                  count);
+        ASSERT_EQ(got, want) << "misalign " << misalign << " length " << n;
+        for (std::size_t stop : want) {
+          ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) { return i == stop; }), stop)
+              << "misalign " << misalign << " length " << n;
+        }
+      }
+    }
+  }
+}
+
+// A byte that starts rare and then fills the text: the scan by it gives up
+// and the two-anchor scan finds the rest, each candidate once.
+TEST(AnchorScan, RareByteThatTurnsCommon) {
+  Anchors<char> a;
+  a.first = 0;
+  a.second = 2;
+  a.a0 = a.a1 = 'q';
+  a.b0 = a.b1 = 'z';
+  std::string t(5000, '.');
+  for (std::size_t i = 1000; i < t.size(); i += 2) t[i] = 'q';
+  for (std::size_t i = 1000; i + 2 < t.size(); i += 50) t[i + 2] = 'z';
+  t[10] = 'q';
+  t[12] = 'z';
+  const std::size_t count = t.size() - 2;
+  const std::vector<std::size_t> want = PlainCandidates(t, count, a);
+  std::vector<std::size_t> got;
+  EXPECT_EQ(internal::ScanForward(t.data(), count, a, [&](std::size_t i) {
+              if (t[i + 2] == 'z') got.push_back(i);
+              return false;
+            }),
+            count);
+  EXPECT_EQ(got, want);
+  EXPECT_GT(want.size(), 50u);
 }
 
 // XPos, PosNum and BXPos answer like find and rfind, for every start and

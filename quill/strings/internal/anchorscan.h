@@ -47,6 +47,9 @@ struct Anchors {
 // True when the processor runs AVX2 code (asked once).
 bool CpuHasAvx2() noexcept;
 
+// True when the processor runs AVX-512 code on bytes (F and BW; asked once).
+bool CpuHasAvx512Bw() noexcept;
+
 // Rough frequency of a character in text and source code (per 10,000
 // characters): what anchors are chosen by. Characters above 255 count as rare.
 uint16_t CharFrequency(uint32_t code) noexcept;
@@ -359,6 +362,112 @@ std::size_t Dispatch(const C* p, std::size_t count, const Anchors<C>& a, Verify&
   return RunSse2<kBackward, C, kMode, kOne>(p, count, a, verify, resume);
 }
 
+#if defined(QUILL_ANCHOR_AVX2)
+// The scan by one anchor of one byte value, forwards, with the verification
+// in the loop: a found byte costs a bit test rather than a new call (what a
+// memchr loop pays per candidate). Loads are aligned after the first block,
+// so no load straddles two cache lines; the last block is an unaligned load
+// ending at the text's end with the bits already seen dropped, so nothing
+// outside q[0 .. count) is read. kWide chooses AVX-512 (64-byte vectors, 256
+// bytes a round) over AVX2 (32-byte vectors, 128 a round). REQUIRES:
+// count >= 256. Same budget as MemchrLoop: one candidate per 64 bytes.
+template <bool kWide>
+struct ByteVectors;
+
+template <>
+struct ByteVectors<false> {
+  static constexpr std::size_t kSize = 32;
+  using Mask = uint32_t;
+  __attribute__((target("avx2"))) static Mask Eq(const char* q, __m256i x) {
+    return static_cast<uint32_t>(
+        _mm256_movemask_epi8(_mm256_cmpeq_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(q)), x)));
+  }
+  // Whether any of the four aligned vectors from q has the byte.
+  __attribute__((target("avx2"))) static bool Any4(const char* q, __m256i x) {
+    const auto* v = reinterpret_cast<const __m256i*>(q);
+    const __m256i o = _mm256_or_si256(
+        _mm256_or_si256(_mm256_cmpeq_epi8(_mm256_load_si256(v), x), _mm256_cmpeq_epi8(_mm256_load_si256(v + 1), x)),
+        _mm256_or_si256(_mm256_cmpeq_epi8(_mm256_load_si256(v + 2), x), _mm256_cmpeq_epi8(_mm256_load_si256(v + 3), x)));
+    return !_mm256_testz_si256(o, o);
+  }
+};
+
+template <>
+struct ByteVectors<true> {
+  static constexpr std::size_t kSize = 64;
+  using Mask = uint64_t;
+  __attribute__((target("avx512f,avx512bw"))) static Mask Eq(const char* q, __m512i x) {
+    return _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(q), x);
+  }
+  __attribute__((target("avx512f,avx512bw"))) static bool Any4(const char* q, __m512i x) {
+    return (_mm512_cmpeq_epi8_mask(_mm512_load_si512(q), x) | _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 64), x) |
+            _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 128), x) |
+            _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 192), x)) != 0;
+  }
+};
+
+template <bool kWide, class Verify, class Vec>
+[[gnu::always_inline]] inline std::size_t ByteLoopBody(const char* p, std::size_t count, const Anchors<char>& one,
+                                                        Verify& verify, std::size_t& resume, Vec x) {
+  using V = ByteVectors<kWide>;
+  using Mask = typename V::Mask;
+  constexpr std::size_t k = V::kSize;
+  const char* const q = p + one.first;  // candidate i has its anchor at q[i]
+  std::size_t checked = 0;
+  std::size_t hit = count;
+  // Hands the candidates of mask (bit b: position base + b) to verify.
+  auto take = [&](Mask mask, std::size_t base) {
+    while (mask != 0) {
+      const std::size_t c = base + static_cast<std::size_t>(__builtin_ctzll(mask));
+      if (verify(c)) {
+        hit = c;
+        return true;
+      }
+      ++checked;
+      mask &= mask - 1;
+    }
+    return false;
+  };
+  // First block, unaligned; its bits from the first aligned address on are
+  // left to the aligned blocks.
+  std::size_t i = k - (reinterpret_cast<uintptr_t>(q) & (k - 1));
+  const Mask head = V::Eq(q, x) & (i == k ? ~Mask{0} : (Mask{1} << i) - 1);
+  if (take(head, 0)) return hit;
+  for (; i + 4 * k <= count; i += 4 * k) {
+    if (!V::Any4(q + i, x)) continue;
+    for (std::size_t j = 0; j < 4; ++j) {
+      if (take(V::Eq(q + i + j * k, x), i + j * k)) return hit;
+    }
+    if (checked > (i >> 6) + 16) {
+      resume = i + 4 * k;
+      return kGaveUp;
+    }
+  }
+  for (; i + k <= count; i += k) {
+    if (take(V::Eq(q + i, x), i)) return hit;
+  }
+  if (i < count) {
+    // The last vector ends at q + count; positions before i are done.
+    const std::size_t at = count - k;
+    if (take(V::Eq(q + at, x) >> (i - at), i)) return hit;
+  }
+  return count;
+}
+
+template <class Verify>
+__attribute__((target("avx2"))) std::size_t ByteLoopAvx2(const char* p, std::size_t count, const Anchors<char>& one,
+                                                         Verify& verify, std::size_t& resume) {
+  return ByteLoopBody<false>(p, count, one, verify, resume, _mm256_set1_epi8(one.a0));
+}
+
+template <class Verify>
+__attribute__((target("avx512f,avx512bw"))) std::size_t ByteLoopAvx512(const char* p, std::size_t count,
+                                                                       const Anchors<char>& one, Verify& verify,
+                                                                       std::size_t& resume) {
+  return ByteLoopBody<true>(p, count, one, verify, resume, _mm512_set1_epi8(one.a0));
+}
+#endif
+
 #if defined(__GLIBC__)
 // The scan by one anchor of one byte value, through memchr (memrchr
 // backwards), with the loops' budget.
@@ -410,8 +519,18 @@ std::size_t ScanMode(const C* p, std::size_t count, const Anchors<C>& a, Verify&
     std::size_t r;
 #if defined(__GLIBC__)
     if constexpr (sizeof(C) == 1 && kMode == Mode::kSame) {
-      // One byte value: the C library's memchr is as fast as a scan gets.
-      r = MemchrLoop<kBackward>(p, count, one, verify, resume);
+#if defined(QUILL_ANCHOR_AVX2)
+      if (!kBackward && count >= 256 && CpuHasAvx512Bw()) {
+        r = ByteLoopAvx512(p, count, one, verify, resume);
+      } else if (!kBackward && count >= 256 && CpuHasAvx2()) {
+        r = ByteLoopAvx2(p, count, one, verify, resume);
+      } else
+#endif
+      {
+        // memrchr backwards, and where no vector unit is known: the C
+        // library's routine is as fast as a plain scan gets.
+        r = MemchrLoop<kBackward>(p, count, one, verify, resume);
+      }
     } else
 #endif
     {
