@@ -24,18 +24,18 @@ using internal::StandsAt;
 namespace internal {
 
 void LowerInto(std::u16string_view src, UnicodeString& dst) {
-  // Both loops below have no early exit, so the compiler can vectorise them.
-  unsigned all = 0;
-  for (WideChar c : src) all |= c;
-  if (all >= 128) {
-    dst = AnsiLowerCase(src);
-    return;
-  }
+  // One pass maps A-Z and notes whether anything is not ASCII (tokens are
+  // short: a second pass costs more than it saves); then the rare token
+  // that is not is lowered again by the runtime.
   dst.resize(src.size());
+  unsigned all = 0;
+  WideChar* const out = dst.data();
   for (size_t k = 0; k < src.size(); ++k) {
     const WideChar c = src[k];
-    dst[k] = static_cast<WideChar>(c + (static_cast<unsigned>(c - u'A') < 26u ? 32 : 0));
+    all |= c;
+    out[k] = static_cast<WideChar>(c + (static_cast<unsigned>(c - u'A') < 26u ? 32 : 0));
   }
+  if (all >= 128) dst = AnsiLowerCase(src);
 }
 
 }  // namespace internal

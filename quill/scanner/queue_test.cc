@@ -41,6 +41,23 @@ TEST(GetToken, SlotsAfterFirstToken) {
   ExpectNotAvailable([&] { (void)sc.GetToken(INT32_MIN); }, INT32_MIN);
 }
 
+// CurrentToken is slot 0 without a copy: the same record as GetToken(0) at
+// every step of a walk, past the end of the source included.
+TEST(CurrentToken, IsSlotZeroThroughAWalk) {
+  TGScanner sc;
+  SetLines(sc, {u"Begin x := 'Text'; { c }", u"y := #65 + 1.5e3 end."});
+  sc.FirstToken();
+  int tokens = 0;
+  for (; !sc.EOS(); sc.NextToken(), ++tokens) {
+    const TGToken& cur = sc.CurrentToken();
+    EXPECT_EQ(cur, sc.GetToken(0)) << "token " << tokens;
+    EXPECT_EQ(cur.RealStr, sc.RealStr());
+    EXPECT_EQ(cur.TokLine, sc.TokLine());
+  }
+  EXPECT_EQ(tokens, 14);
+  EXPECT_EQ(sc.CurrentToken(), sc.GetToken(0));
+}
+
 TEST(SetToken, WritesTheSlotAndChecksTheIndex) {
   TGScanner sc;
   TGToken t;

@@ -71,6 +71,10 @@ class QUILL_API TGScanner : public TObject {
   // available" (not EScannerError) for any other index.
   [[nodiscard]] TGToken GetToken(int32_t Index) const;
   [[nodiscard]] TGToken Tokens(int32_t Index) const { return GetToken(Index); }
+  // The current token (slot 0) without a copy, for loops that read every
+  // token: the reference shows whatever the slot holds after the next call
+  // that moves or changes the queue.
+  [[nodiscard]] const TGToken& CurrentToken() const noexcept { return FTokens[0]; }
   // Overwrites slot `Index`; raises as GetToken.
   void SetToken(int32_t Index, const TGToken& Value);
   // Moves every slot one place towards the past (the oldest is dropped; slot

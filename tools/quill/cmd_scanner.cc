@@ -81,28 +81,44 @@ struct TokenFields {
   bool TokLocalize;
 };
 
+constexpr char kDigitPairs[] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
+
 // Writes `v` (not negative) in decimal at `p`; returns the end. Two digits
-// at a time, no library calls: four numbers go out per token.
+// at a time, no library calls: four numbers go out per token, and the two
+// columns are nearly always below 100, which takes one branch and a copy.
 inline char* PutUInt(char* p, uint64_t v) {
-  static constexpr char kPairs[] =
-      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-      "8081828384858687888990919293949596979899";
-  // The number of digits by comparisons, not divisions.
-  int n = 1;
-  for (uint64_t limit = 10; n < 20 && v >= limit; limit *= 10) ++n;
+  if (v < 100) {
+    if (v < 10) {
+      *p = static_cast<char>('0' + v);
+      return p + 1;
+    }
+    std::memcpy(p, kDigitPairs + v * 2, 2);
+    return p + 2;
+  }
+  // The digit count from the bit width (1233 / 4096 is about log10 2), then
+  // the digits right to left in place.
+  static constexpr uint64_t kPow10[] = {1ull, 10ull, 100ull, 1000ull, 10000ull, 100000ull, 1000000ull,
+                                        10000000ull, 100000000ull, 1000000000ull, 10000000000ull,
+                                        100000000000ull, 1000000000000ull, 10000000000000ull,
+                                        100000000000000ull, 1000000000000000ull, 10000000000000000ull,
+                                        100000000000000000ull, 1000000000000000000ull,
+                                        10000000000000000000ull};
+  const int bits = 64 - __builtin_clzll(v);
+  int n = (bits * 1233) >> 12;
+  n += v >= kPow10[n] ? 1 : 0;
   char* e = p + n;
   while (v >= 100) {
-    const unsigned k = static_cast<unsigned>(v % 100) * 2;
+    e -= 2;
+    std::memcpy(e, kDigitPairs + (v % 100) * 2, 2);
     v /= 100;
-    *--e = kPairs[k + 1];
-    *--e = kPairs[k];
   }
   if (v >= 10) {
-    *--e = kPairs[v * 2 + 1];
-    *--e = kPairs[v * 2];
+    std::memcpy(e - 2, kDigitPairs + v * 2, 2);
   } else {
-    *--e = static_cast<char>('0' + v);
+    e[-1] = static_cast<char>('0' + v);
   }
   return p + n;
 }
@@ -146,7 +162,7 @@ class TokenWriter {
     char* p = buf_.data() + used_;
     if (json) {
       p = PutLit(p, "{\"line\":");
-      p = PutInt(p, line_base + t.TokLine);
+      p = PutLine(p, line_base + t.TokLine);
       p = PutLit(p, ",\"start\":");
       p = PutInt(p, t.TokStart);
       p = PutLit(p, ",\"end\":");
@@ -159,7 +175,7 @@ class TokenWriter {
       p = PutEscapedText(p, t.RealStr, true);
       p = t.TokLocalize ? PutLit(p, "\",\"localize\":true}\n") : PutLit(p, "\",\"localize\":false}\n");
     } else {
-      p = PutInt(p, line_base + t.TokLine);
+      p = PutLine(p, line_base + t.TokLine);
       *p++ = '\t';
       p = PutInt(p, t.TokStart);
       *p++ = '\t';
@@ -186,8 +202,24 @@ class TokenWriter {
  private:
   static constexpr size_t kSize = size_t{1} << 18;
 
+  // The line number: a line holds several tokens, so its text is kept and
+  // copied until the line changes.
+  char* PutLine(char* p, int64_t line) {
+    if (line != line_) {
+      line_ = line;
+      line_len_ = static_cast<size_t>(PutInt(line_text_, line) - line_text_);
+    }
+    // All of line_text_: a copy of fixed size is a few moves, and the
+    // buffer has room (Put asks for 160 bytes and more).
+    std::memcpy(p, line_text_, sizeof line_text_);
+    return p + line_len_;
+  }
+
   std::vector<char> buf_;
   size_t used_ = 0;
+  int64_t line_ = -1;  // not a line the scanner reports
+  char line_text_[24] = {};
+  size_t line_len_ = 0;
 };
 
 TokenFields FieldsOf(const TGToken& t) {
@@ -391,15 +423,7 @@ int RunTokens(const std::string& file, const std::string& style_name, bool json)
       unprinted = 1;
       for (; !sc.EOS(); sc.NextToken()) {
         if (sc.TokStart() == 0) continue;  // the empty token of a short source
-        if (json) {
-          // Only the whole token tells its localize state.
-          const TGToken t = sc.GetToken(0);
-          out.Put(FieldsOf(t), line_base, pos_base, true);
-        } else {
-          const UnicodeString text = sc.RealStr();
-          out.Put({sc.TokType(), sc.TokLine(), sc.TokStart(), sc.TokEnd(), sc.TokPos(), text, false}, line_base,
-                  pos_base, false);
-        }
+        out.Put(FieldsOf(sc.CurrentToken()), line_base, pos_base, json);
         last_line = sc.TokLine();
         last_end = sc.TokEnd();
       }

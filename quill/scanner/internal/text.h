@@ -69,7 +69,8 @@ inline void SetText(UnicodeString& dst, std::u16string_view src) {
 // `src` lower-cased into `dst` with the runtime's locale-aware lower-casing,
 // reusing dst's buffer. All-ASCII text (nearly every token) is mapped in
 // place, the same A-Z mapping the runtime applies to ASCII without consulting
-// the locale; anything else goes through AnsiLowerCase.
+// the locale; anything else goes through AnsiLowerCase. `src` must not be a
+// view of `dst`.
 void LowerInto(std::u16string_view src, UnicodeString& dst);
 
 }  // namespace quill::Gscanner::internal
