@@ -98,6 +98,17 @@ function(quill_test name)
     TIMEOUT 600)
 endfunction()
 
+# quill_test_without_avx512(<test>...): each test again with QUILL_NO_AVX512
+# set, so that the AVX2 paths run on a machine that has AVX-512 too.
+function(quill_test_without_avx512)
+  foreach(name IN LISTS ARGN)
+    add_test(NAME ${name}_no_avx512 COMMAND ${name})
+    set_tests_properties(${name}_no_avx512 PROPERTIES
+      ENVIRONMENT_MODIFICATION "${QUILL_TEST_ENV};QUILL_NO_AVX512=set:1"
+      TIMEOUT 600)
+  endforeach()
+endfunction()
+
 # Builds libquill23.so and libquill23.a from every unit's objects.
 function(quill_link_library)
   set(objs "")

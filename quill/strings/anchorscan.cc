@@ -1,5 +1,5 @@
-// Helpers of the vectorised candidate scans: the processor check and the
-// character frequencies anchors are chosen by.
+// The character frequencies the vectorised candidate scans choose their
+// anchors by.
 #include "quill/strings/internal/anchorscan.h"
 
 #include <array>
@@ -36,24 +36,6 @@ constexpr std::array<uint16_t, 256> kByteFrequency = [] {
 
 
 }  // namespace
-
-bool CpuHasAvx2() noexcept {
-#if defined(QUILL_ANCHOR_AVX2)
-  static const bool has = __builtin_cpu_supports("avx2") != 0;
-  return has;
-#else
-  return false;
-#endif
-}
-
-bool CpuHasAvx512Bw() noexcept {
-#if defined(QUILL_ANCHOR_AVX2)
-  static const bool has = __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0;
-  return has;
-#else
-  return false;
-#endif
-}
 
 uint16_t CharFrequency(uint32_t code) noexcept { return code < 256 ? kByteFrequency[code] : 5; }
 

@@ -18,6 +18,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "quill/rtl/internal/cpu.h"
+
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 #include <immintrin.h>
 #define QUILL_ANCHOR_SSE2 1
@@ -44,11 +46,8 @@ struct Anchors {
   }
 };
 
-// True when the processor runs AVX2 code (asked once).
-bool CpuHasAvx2() noexcept;
-
-// True when the processor runs AVX-512 code on bytes (F and BW; asked once).
-bool CpuHasAvx512Bw() noexcept;
+using quill::internal::CpuHasAvx2;
+using quill::internal::CpuHasAvx512Bw;
 
 // Rough frequency of a character in text and source code (per 10,000
 // characters): what anchors are chosen by. Characters above 255 count as rare.
