@@ -111,48 +111,55 @@ TEST(AnchorScan, SameCandidatesAsAPlainLoopUtf16) {
   CheckScans<char16_t>(u"aAbBzZ \u00E9\u00C9\u0430\u0410\u4E2D\uFF21", 2);
 }
 
-// The scan by one rare byte (aligned vector loads after a first unaligned
-// one, an unaligned last one ending at the text's end) at every alignment of
-// the text, with the byte at the first and last candidate places, around the
-// vector and round edges, and nowhere; the text is allocated to its exact
-// size, so a read past either end shows under the address sanitizer.
+// The scan by one rare byte, or by the two cases of a rare letter (aligned
+// vector loads after a first unaligned one, an unaligned last one ending at
+// the text's end), at every alignment of the text, with the byte at the
+// first and last candidate places, around the vector and round edges, and
+// nowhere; the text is allocated to its exact size, so a read past either
+// end shows under the address sanitizer.
 TEST(AnchorScan, RareByteAtEveryAlignmentAndEdge) {
-  Anchors<char> a;
-  a.first = 0;
-  a.second = 1;
-  a.a0 = a.a1 = 'q';
-  a.b0 = a.b1 = 'z';
-  for (std::size_t misalign = 0; misalign < 64; ++misalign) {
-    for (std::size_t n : {257, 258, 300, 320, 321, 322, 385, 513, 700, 1100}) {
-      const std::size_t count = n - 1;
-      std::vector<std::size_t> places = {0, count - 1};
-      for (std::size_t edge : {31, 32, 33, 63, 64, 65, 127, 128, 129, 255, 256, 257, 319, 320, 511, 512}) {
-        if (edge >= misalign && edge - misalign < count) places.push_back(edge - misalign);
-      }
-      std::sort(places.begin(), places.end());
-      places.erase(std::unique(places.begin(), places.end()), places.end());
-      for (bool none : {false, true}) {
-        std::unique_ptr<char[]> block(new char[misalign + n]);
-        char* const t = block.get() + misalign;
-        std::fill(t, t + n, '.');
-        std::vector<std::size_t> want;
-        if (!none) {
-          for (std::size_t at : places) {
-            t[at] = 'q';
-            t[at + 1] = 'z';
-            want.push_back(at);
-          }
+  for (bool fold : {false, true}) {
+    // fold: the anchors accept both cases of their letters, and the text has
+    // both.
+    Anchors<char> a;
+    a.first = 0;
+    a.second = 1;
+    a.a0 = fold ? 'Q' : 'q';  // the capital first: either case may come first
+    a.a1 = 'q';
+    a.b0 = 'z';
+    a.b1 = fold ? 'Z' : 'z';
+    for (std::size_t misalign = 0; misalign < 64; ++misalign) {
+      for (std::size_t n : {257, 258, 300, 320, 321, 322, 385, 513, 700, 1100}) {
+        const std::size_t count = n - 1;
+        std::vector<std::size_t> places = {0, count - 1};
+        for (std::size_t edge : {31, 32, 33, 63, 64, 65, 127, 128, 129, 255, 256, 257, 319, 320, 511, 512}) {
+          if (edge >= misalign && edge - misalign < count) places.push_back(edge - misalign);
         }
-        std::vector<std::size_t> got;
-        ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) {
-                    got.push_back(i);
-                    return false;
-                  }),
-                  count);
-        ASSERT_EQ(got, want) << "misalign " << misalign << " length " << n;
-        for (std::size_t stop : want) {
-          ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) { return i == stop; }), stop)
-              << "misalign " << misalign << " length " << n;
+        std::sort(places.begin(), places.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
+        for (bool none : {false, true}) {
+          std::unique_ptr<char[]> block(new char[misalign + n]);
+          char* const t = block.get() + misalign;
+          std::fill(t, t + n, '.');
+          std::vector<std::size_t> want;
+          if (!none) {
+            for (std::size_t at : places) {
+              t[at] = fold && at % 2 == 1 ? 'Q' : 'q';
+              t[at + 1] = fold && at % 3 == 1 ? 'Z' : 'z';
+              want.push_back(at);
+            }
+          }
+          std::vector<std::size_t> got;
+          ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) {
+                      got.push_back(i);
+                      return false;
+                    }),
+                    count);
+          ASSERT_EQ(got, want) << "misalign " << misalign << " length " << n;
+          for (std::size_t stop : want) {
+            ASSERT_EQ(internal::ScanForward(t, count, a, [&](std::size_t i) { return i == stop; }), stop)
+                << "misalign " << misalign << " length " << n;
+          }
         }
       }
     }

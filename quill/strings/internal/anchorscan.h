@@ -362,14 +362,16 @@ std::size_t Dispatch(const C* p, std::size_t count, const Anchors<C>& a, Verify&
 }
 
 #if defined(QUILL_ANCHOR_AVX2)
-// The scan by one anchor of one byte value, forwards, with the verification
-// in the loop: a found byte costs a bit test rather than a new call (what a
-// memchr loop pays per candidate). Loads are aligned after the first block,
-// so no load straddles two cache lines; the last block is an unaligned load
-// ending at the text's end with the bits already seen dropped, so nothing
-// outside q[0 .. count) is read. kWide chooses AVX-512 (64-byte vectors, 256
-// bytes a round) over AVX2 (32-byte vectors, 128 a round). REQUIRES:
-// count >= 256. Same budget as MemchrLoop: one candidate per 64 bytes.
+// The scan by one anchor of one byte value (or of the two cases of a letter,
+// kFold: the bit that tells them apart is set before comparing), forwards,
+// with the verification in the loop: a found byte costs a bit test rather
+// than a new call (what a memchr loop pays per candidate). Loads are aligned
+// after the first block, so no load straddles two cache lines; the last
+// block is an unaligned load ending at the text's end with the bits already
+// seen dropped, so nothing outside q[0 .. count) is read. kWide chooses
+// AVX-512 (64-byte vectors, 256 bytes a round) over AVX2 (32-byte vectors,
+// 128 a round). REQUIRES: count >= 256. Same budget as MemchrLoop: one
+// candidate per 64 bytes.
 template <bool kWide>
 struct ByteVectors;
 
@@ -377,16 +379,25 @@ template <>
 struct ByteVectors<false> {
   static constexpr std::size_t kSize = 32;
   using Mask = uint32_t;
-  __attribute__((target("avx2"))) static Mask Eq(const char* q, __m256i x) {
+  using Vec = __m256i;
+  template <bool kFold>
+  __attribute__((target("avx2"))) static __m256i Match(__m256i v, __m256i x, __m256i fold) {
+    if constexpr (kFold) v = _mm256_or_si256(v, fold);
+    return _mm256_cmpeq_epi8(v, x);
+  }
+  template <bool kFold>
+  __attribute__((target("avx2"))) static Mask Eq(const char* q, __m256i x, __m256i fold) {
     return static_cast<uint32_t>(
-        _mm256_movemask_epi8(_mm256_cmpeq_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(q)), x)));
+        _mm256_movemask_epi8(Match<kFold>(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(q)), x, fold)));
   }
   // Whether any of the four aligned vectors from q has the byte.
-  __attribute__((target("avx2"))) static bool Any4(const char* q, __m256i x) {
+  template <bool kFold>
+  __attribute__((target("avx2"))) static bool Any4(const char* q, __m256i x, __m256i fold) {
     const auto* v = reinterpret_cast<const __m256i*>(q);
-    const __m256i o = _mm256_or_si256(
-        _mm256_or_si256(_mm256_cmpeq_epi8(_mm256_load_si256(v), x), _mm256_cmpeq_epi8(_mm256_load_si256(v + 1), x)),
-        _mm256_or_si256(_mm256_cmpeq_epi8(_mm256_load_si256(v + 2), x), _mm256_cmpeq_epi8(_mm256_load_si256(v + 3), x)));
+    const __m256i o = _mm256_or_si256(_mm256_or_si256(Match<kFold>(_mm256_load_si256(v), x, fold),
+                                                      Match<kFold>(_mm256_load_si256(v + 1), x, fold)),
+                                      _mm256_or_si256(Match<kFold>(_mm256_load_si256(v + 2), x, fold),
+                                                      Match<kFold>(_mm256_load_si256(v + 3), x, fold)));
     return !_mm256_testz_si256(o, o);
   }
 };
@@ -395,19 +406,26 @@ template <>
 struct ByteVectors<true> {
   static constexpr std::size_t kSize = 64;
   using Mask = uint64_t;
-  __attribute__((target("avx512f,avx512bw"))) static Mask Eq(const char* q, __m512i x) {
-    return _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(q), x);
+  using Vec = __m512i;
+  template <bool kFold>
+  __attribute__((target("avx512f,avx512bw"))) static Mask Match(__m512i v, __m512i x, __m512i fold) {
+    if constexpr (kFold) v = _mm512_or_si512(v, fold);
+    return _mm512_cmpeq_epi8_mask(v, x);
   }
-  __attribute__((target("avx512f,avx512bw"))) static bool Any4(const char* q, __m512i x) {
-    return (_mm512_cmpeq_epi8_mask(_mm512_load_si512(q), x) | _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 64), x) |
-            _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 128), x) |
-            _mm512_cmpeq_epi8_mask(_mm512_load_si512(q + 192), x)) != 0;
+  template <bool kFold>
+  __attribute__((target("avx512f,avx512bw"))) static Mask Eq(const char* q, __m512i x, __m512i fold) {
+    return Match<kFold>(_mm512_loadu_si512(q), x, fold);
+  }
+  template <bool kFold>
+  __attribute__((target("avx512f,avx512bw"))) static bool Any4(const char* q, __m512i x, __m512i fold) {
+    return (Match<kFold>(_mm512_load_si512(q), x, fold) | Match<kFold>(_mm512_load_si512(q + 64), x, fold) |
+            Match<kFold>(_mm512_load_si512(q + 128), x, fold) | Match<kFold>(_mm512_load_si512(q + 192), x, fold)) != 0;
   }
 };
 
-template <bool kWide, class Verify, class Vec>
+template <bool kWide, bool kFold, class Verify, class Vec>
 [[gnu::always_inline]] inline std::size_t ByteLoopBody(const char* p, std::size_t count, const Anchors<char>& one,
-                                                        Verify& verify, std::size_t& resume, Vec x) {
+                                                        Verify& verify, std::size_t& resume, Vec x, Vec fold) {
   using V = ByteVectors<kWide>;
   using Mask = typename V::Mask;
   constexpr std::size_t k = V::kSize;
@@ -430,12 +448,12 @@ template <bool kWide, class Verify, class Vec>
   // First block, unaligned; its bits from the first aligned address on are
   // left to the aligned blocks.
   std::size_t i = k - (reinterpret_cast<uintptr_t>(q) & (k - 1));
-  const Mask head = V::Eq(q, x) & (i == k ? ~Mask{0} : (Mask{1} << i) - 1);
+  const Mask head = V::template Eq<kFold>(q, x, fold) & (i == k ? ~Mask{0} : (Mask{1} << i) - 1);
   if (take(head, 0)) return hit;
   for (; i + 4 * k <= count; i += 4 * k) {
-    if (!V::Any4(q + i, x)) continue;
+    if (!V::template Any4<kFold>(q + i, x, fold)) continue;
     for (std::size_t j = 0; j < 4; ++j) {
-      if (take(V::Eq(q + i + j * k, x), i + j * k)) return hit;
+      if (take(V::template Eq<kFold>(q + i + j * k, x, fold), i + j * k)) return hit;
     }
     if (checked > (i >> 6) + 16) {
       resume = i + 4 * k;
@@ -443,27 +461,31 @@ template <bool kWide, class Verify, class Vec>
     }
   }
   for (; i + k <= count; i += k) {
-    if (take(V::Eq(q + i, x), i)) return hit;
+    if (take(V::template Eq<kFold>(q + i, x, fold), i)) return hit;
   }
   if (i < count) {
     // The last vector ends at q + count; positions before i are done.
     const std::size_t at = count - k;
-    if (take(V::Eq(q + at, x) >> (i - at), i)) return hit;
+    if (take(V::template Eq<kFold>(q + at, x, fold) >> (i - at), i)) return hit;
   }
   return count;
 }
 
-template <class Verify>
+// The byte (kFold false) or the pair of cases (kFold true; one.a0 and
+// one.a1 differ in one bit) that one's anchor accepts.
+template <bool kFold, class Verify>
 __attribute__((target("avx2"))) std::size_t ByteLoopAvx2(const char* p, std::size_t count, const Anchors<char>& one,
                                                          Verify& verify, std::size_t& resume) {
-  return ByteLoopBody<false>(p, count, one, verify, resume, _mm256_set1_epi8(one.a0));
+  return ByteLoopBody<false, kFold>(p, count, one, verify, resume, _mm256_set1_epi8(static_cast<char>(one.a0 | one.a1)),
+                                    _mm256_set1_epi8(static_cast<char>(one.a0 ^ one.a1)));
 }
 
-template <class Verify>
+template <bool kFold, class Verify>
 __attribute__((target("avx512f,avx512bw"))) std::size_t ByteLoopAvx512(const char* p, std::size_t count,
                                                                        const Anchors<char>& one, Verify& verify,
                                                                        std::size_t& resume) {
-  return ByteLoopBody<true>(p, count, one, verify, resume, _mm512_set1_epi8(one.a0));
+  return ByteLoopBody<true, kFold>(p, count, one, verify, resume, _mm512_set1_epi8(static_cast<char>(one.a0 | one.a1)),
+                                   _mm512_set1_epi8(static_cast<char>(one.a0 ^ one.a1)));
 }
 #endif
 
@@ -516,24 +538,29 @@ std::size_t ScanMode(const C* p, std::size_t count, const Anchors<C>& a, Verify&
     // character is rare in this text.
     const Anchors<C> one = a.Rarer();
     std::size_t r;
+    // Backwards, on short texts and without AVX2: memrchr / memchr for one
+    // byte value (the C library's routine is as fast as a plain scan gets),
+    // else the block loop.
+    auto other = [&] {
 #if defined(__GLIBC__)
-    if constexpr (sizeof(C) == 1 && kMode == Mode::kSame) {
-#if defined(QUILL_ANCHOR_AVX2)
-      if (!kBackward && count >= 256 && CpuHasAvx512Bw()) {
-        r = ByteLoopAvx512(p, count, one, verify, resume);
-      } else if (!kBackward && count >= 256 && CpuHasAvx2()) {
-        r = ByteLoopAvx2(p, count, one, verify, resume);
-      } else
+      if constexpr (sizeof(C) == 1 && kMode == Mode::kSame) return MemchrLoop<kBackward>(p, count, one, verify, resume);
 #endif
-      {
-        // memrchr backwards, and where no vector unit is known: the C
-        // library's routine is as fast as a plain scan gets.
-        r = MemchrLoop<kBackward>(p, count, one, verify, resume);
+      return Dispatch<kBackward, C, kMode, true>(p, count, one, verify, resume);
+    };
+#if defined(QUILL_ANCHOR_AVX2)
+    if constexpr (sizeof(C) == 1 && !kBackward && kMode != Mode::kTwo) {
+      constexpr bool kFold = kMode == Mode::kBit;
+      if (count >= 256 && CpuHasAvx512Bw()) {
+        r = ByteLoopAvx512<kFold>(p, count, one, verify, resume);
+      } else if (count >= 256 && CpuHasAvx2()) {
+        r = ByteLoopAvx2<kFold>(p, count, one, verify, resume);
+      } else {
+        r = other();
       }
     } else
 #endif
     {
-      r = Dispatch<kBackward, C, kMode, true>(p, count, one, verify, resume);
+      r = other();
     }
     if (r != kGaveUp) return r;
   } else {
