@@ -35,6 +35,7 @@
 
 #include "quill/compress/internal/lzblocks.h"
 #include "quill/compress/internal/lzcoder.h"
+#include "quill/rtl/internal/cpu.h"
 #include "quill/rtl/internal/memorystream_access.h"
 
 namespace quill::Gcompress::internal {
@@ -78,14 +79,22 @@ constexpr int64_t kDirectChunk = 1 << 18;
 // then only looks at the positions where tokens do start).
 struct TokenTable {
   static constexpr int64_t kPiece = 2048;
+  // Entries past the last one asked for: Fill's vector steps overshoot by up
+  // to 31, and FillPairs makes 64 more entries than it is asked for.
+  static constexpr int64_t kSlack = 128;
   // Size of the token (2 for a copy, 1 + length for a literal run); 0 for
   // the tokens the decoder handles apart: runs above 24 bytes and copies
   // with d outside 8 .. 2,030.
-  alignas(32) uint8_t advance[kPiece + 32];
+  alignas(64) uint8_t advance[kPiece + kSlack];
   // Bytes of output: the copy's or the run's length.
-  alignas(32) uint8_t length[kPiece + 32];
+  alignas(64) uint8_t length[kPiece + kSlack];
   // 0xFF for a copy, 0 for a literal run.
-  alignas(32) int8_t copy[kPiece + 32];
+  alignas(64) int8_t copy[kPiece + kSlack];
+  // Size of the token and the one after it, when both are common tokens;
+  // else 0. Made by FillPairs only: with it the decoder finds every second
+  // token through one load, halving the chain of dependent loads that
+  // bounds a stream of short tokens.
+  alignas(64) uint8_t advance2[kPiece + kSlack];
 
   // Entries are made a chunk at a time, as the tokens reach them, so that
   // the bytes of long literal runs (which the decoder jumps over) cost
@@ -124,10 +133,39 @@ struct TokenTable {
   }
 #endif
 
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+  // Whether FillPairs runs here (AVX-512 VBMI: a lookup into 128 bytes).
+  static bool PairsAvailable() noexcept {
+    return quill::internal::CpuHasAvx512Vbmi();
+  }
+
+  // Fill, and advance2 for [from, end): entry j adds advance[j] and the
+  // entry it points to (at most 25 further), 64 entries a step through a
+  // byte permutation over 128 entries. Reads up to 97 bytes past
+  // p[end - 1].
+  __attribute__((target("avx2,avx512f,avx512bw,avx512vbmi"))) void FillPairs(const uint8_t* p, int64_t from,
+                                                                            int64_t end) noexcept {
+    FillAvx2(p, from, end + 64);
+    const __m512i lanes = _mm512_set_epi8(63, 62, 61, 60, 59, 58, 57, 56, 55, 54, 53, 52, 51, 50, 49, 48, 47, 46, 45,
+                                          44, 43, 42, 41, 40, 39, 38, 37, 36, 35, 34, 33, 32, 31, 30, 29, 28, 27, 26,
+                                          25, 24, 23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6,
+                                          5, 4, 3, 2, 1, 0);
+    for (int64_t j = from; j < end; j += 64) {
+      const __m512i a = _mm512_loadu_si512(advance + j);
+      const __m512i ahead = _mm512_loadu_si512(advance + j + 64);
+      const __m512i next = _mm512_permutex2var_epi8(a, _mm512_add_epi8(lanes, a), ahead);
+      const __mmask64 both = _mm512_test_epi8_mask(a, a) & _mm512_test_epi8_mask(next, next);
+      _mm512_storeu_si512(advance2 + j, _mm512_maskz_add_epi8(both, a, next));
+    }
+  }
+#else
+  static bool PairsAvailable() noexcept { return false; }
+  void FillPairs(const uint8_t* p, int64_t from, int64_t end) noexcept { Fill(p, from, end); }
+#endif
+
   void Fill(const uint8_t* p, int64_t from, int64_t end) noexcept {
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-    static const bool avx2 = __builtin_cpu_supports("avx2") != 0;
-    if (avx2) {
+    if (quill::internal::CpuHasAvx2()) {
       FillAvx2(p, from, end);
       return;
     }
@@ -372,40 +410,76 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
       // an add.
       TokenTable table;
       bool general = false;
-      while (!general && ip <= ip_limit && op <= op_limit) {
-        const uint8_t* const piece = ip;
-        const int64_t span = std::min<int64_t>(TokenTable::kPiece, ip_limit - ip + 1);
-        int64_t k = 0;
-        int64_t filled = 0;  // table entries made: [.., filled)
-        while (k < span && op <= op_limit) {
-          if (k >= filled) {
-            filled = std::min(span, k + TokenTable::kChunk);
-            table.Fill(piece, k, filled);
-          }
-          const uint8_t* const t = piece + k;
-          const int64_t step = table.advance[k];
-          if (step == 0) [[unlikely]] {
-            ip = t;
-            if (!rare_token(t[0] | (uint32_t{t[1]} << 8))) {
-              general = true;
-              break;
+      const uint8_t* piece = ip;  // the input the table describes
+      // Moves the token at piece[kk] (a common one) to o.
+      auto move_token = [&](int64_t kk, uint8_t* o) {
+        const uint8_t* const t = piece + kk;
+        const uint64_t kind = static_cast<uint64_t>(static_cast<int64_t>(table.copy[kk]));
+        const uint64_t d = (t[0] | (uint32_t{t[1]} << 8)) >> 1 & 0x7FFu;
+        const auto from_copy = reinterpret_cast<uintptr_t>(o - d);
+        const auto from_run = reinterpret_cast<uintptr_t>(t + 1);
+        const auto* const s = reinterpret_cast<const uint8_t*>((from_copy & kind) | (from_run & ~kind));
+        // Word moves: a copy reads at least 8 bytes behind what it writes.
+        std::memcpy(o, s, 8);
+        std::memcpy(o + 8, s + 8, 8);
+        std::memcpy(o + 16, s + 16, 8);
+      };
+      // Two common tokens a step where the table has their joint size: the
+      // second one's place comes off the first one's entry, outside the
+      // chain from one step to the next.
+      auto run_piece = [&]<bool kPairs>() {
+        while (!general && ip <= ip_limit && op <= op_limit) {
+          piece = ip;
+          const int64_t span = std::min<int64_t>(TokenTable::kPiece, ip_limit - ip + 1);
+          int64_t k = 0;
+          int64_t filled = 0;  // table entries made: [.., filled)
+          while (k < span && op <= op_limit) {
+            if constexpr (kPairs) {
+              // Entries are made ahead, so that a pair's second token has
+              // its entry (it starts at most 25 bytes on).
+              if (k + 26 > filled && filled < span) {
+                const int64_t from = std::max(filled, k);
+                filled = std::min(span, from + TokenTable::kChunk);
+                table.FillPairs(piece, from, filled);
+              }
+              if (k + 26 <= filled && op + 24 <= op_limit) {
+                const int64_t step2 = table.advance2[k];
+                if (step2 != 0) {
+                  const int64_t k1 = k + table.advance[k];
+                  move_token(k, op);
+                  op += table.length[k];
+                  move_token(k1, op);
+                  op += table.length[k1];
+                  k += step2;
+                  continue;
+                }
+              }
+            } else if (k >= filled) {
+              filled = std::min(span, k + TokenTable::kChunk);
+              table.Fill(piece, k, filled);
             }
-            k = ip - piece;
-            continue;
+            const uint8_t* const t = piece + k;
+            const int64_t step = table.advance[k];
+            if (step == 0) [[unlikely]] {
+              ip = t;
+              if (!rare_token(t[0] | (uint32_t{t[1]} << 8))) {
+                general = true;
+                break;
+              }
+              k = ip - piece;
+              continue;
+            }
+            move_token(k, op);
+            op += table.length[k];
+            k += step;
           }
-          const uint64_t kind = static_cast<uint64_t>(static_cast<int64_t>(table.copy[k]));
-          const uint64_t d = (t[0] | (uint32_t{t[1]} << 8)) >> 1 & 0x7FFu;
-          const auto from_copy = reinterpret_cast<uintptr_t>(op - d);
-          const auto from_run = reinterpret_cast<uintptr_t>(t + 1);
-          const auto* const s = reinterpret_cast<const uint8_t*>((from_copy & kind) | (from_run & ~kind));
-          // Word moves: a copy reads at least 8 bytes behind what it writes.
-          std::memcpy(op, s, 8);
-          std::memcpy(op + 8, s + 8, 8);
-          std::memcpy(op + 16, s + 16, 8);
-          op += table.length[k];
-          k += step;
+          if (!general) ip = piece + k;
         }
-        if (!general) ip = piece + k;
+      };
+      if (TokenTable::PairsAvailable()) {
+        run_piece.template operator()<true>();
+      } else {
+        run_piece.template operator()<false>();
       }
     }
     const int64_t done = ip - ip_first;

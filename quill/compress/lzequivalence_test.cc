@@ -225,5 +225,41 @@ TEST(FastDecoder, MatchesReferenceOnArbitraryTokens) {
   }
 }
 
+// Without a progress hook the decoder takes its table-driven path (common
+// tokens two at a time where the processor allows). Token streams made
+// mostly of common tokens (short runs, copies of distance 8 to 2,030) with
+// rarer ones mixed in, long enough to cross the table's pieces and chunks,
+// decode as the reference decodes them.
+TEST(FastDecoder, MatchesReferenceWithoutAProgressHook) {
+  std::mt19937 rng(21);
+  for (int round = 0; round < 40; ++round) {
+    Bytes tokens;
+    const size_t count = 2000 + rng() % 30000;
+    const uint32_t rare_every = 4 + round % 40;
+    for (size_t t = 0; t < count; ++t) {
+      const bool rare = rng() % rare_every == 0;
+      if (rng() % 2 == 0) {
+        const uint8_t n = static_cast<uint8_t>(rare ? 25 + rng() % 103 : 1 + rng() % 24);
+        tokens.push_back(static_cast<uint8_t>(n * 2));
+        for (int i = 0; i < n; ++i) tokens.push_back(static_cast<uint8_t>(rng()));
+      } else {
+        const uint32_t d = rare ? (rng() % 2 == 0 ? rng() % 8 : 2031 + rng() % 17) : 8 + rng() % 2023;
+        uint8_t tok[2];
+        internal::EncodeCopy(tok, d, 3 + rng() % 16);
+        tokens.push_back(tok[0]);
+        tokens.push_back(tok[1]);
+      }
+    }
+    tokens.resize(tokens.size() - rng() % 3);
+    TMemoryStream in, fast, reference;
+    Fill(in, tokens);
+    in.SetPosition(0);
+    internal::LZDecode(in, fast, internal::LZProgress{});
+    in.SetPosition(0);
+    internal::ReferenceDecompress(in, reference, internal::LZProgress{});
+    ASSERT_EQ(Contents(fast), Contents(reference)) << "round " << round;
+  }
+}
+
 }  // namespace
 }  // namespace quill::Gcompress::testing
