@@ -307,14 +307,33 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
     auto rare_token = [&](uint32_t word) -> bool {
       if ((word & 1) == 0) {
         // A literal run: a fixed-size move of 128 bytes (both buffers have
-        // room past the run). Incompressible data is a stream of long runs:
-        // they are taken here one after the other, within the limits.
+        // room past the run). Incompressible data is a stream of long runs,
+        // broken now and then by a chance copy or a short run: all of them
+        // are taken here token by token, within the limits, until four
+        // tokens in a row are not long runs (the table serves those better)
+        // or a copy needs the rare path.
+        uint32_t quiet = 0;  // tokens since the last long run
         do {
-          const uint32_t n = ip[0] >> 1;
-          std::memcpy(op, ip + 1, 128);
-          ip += n + 1;
-          op += n;
-        } while (!kReport && ip <= ip_limit && op <= op_limit && (ip[0] & 1) == 0 && ip[0] > 2 * 24 + 1);
+          const uint32_t b = ip[0];
+          if ((b & 1) == 0) {
+            const uint32_t n = b >> 1;
+            std::memcpy(op, ip + 1, 128);
+            ip += n + 1;
+            op += n;
+            quiet = n > 24 ? 0 : quiet + 1;
+          } else {
+            const uint32_t copy_word = b | (uint32_t{ip[1]} << 8);
+            const uint32_t d = (copy_word & 0x0FFFu) >> 1;
+            if (d - 8 > static_cast<uint32_t>(kWindowSize) - 8 - kMaxMatch) break;
+            const uint8_t* const s = op - d;
+            std::memcpy(op, s, 8);
+            std::memcpy(op + 8, s + 8, 8);
+            std::memcpy(op + 16, s + 16, 8);
+            ip += 2;
+            op += (copy_word >> 12) + kMinMatch;
+            ++quiet;
+          }
+        } while (!kReport && quiet < 4 && ip <= ip_limit && op <= op_limit);
         return true;
       }
       const uint32_t d = (word & 0x0FFFu) >> 1;
