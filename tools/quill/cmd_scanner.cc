@@ -12,6 +12,9 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 #include <cstring>
 #include <vector>
 #include <string_view>
@@ -145,11 +148,31 @@ inline char* PutLit(char* p, const char (&s)[N]) {
 }
 
 // The output of `tokens`, formatted straight into a large buffer that goes to
-// the checked standard output whenever it fills.
+// the checked standard output whenever it fills. With `background`, a full
+// buffer is written by a second thread while the next one fills (writing a
+// gigabyte into a file costs the kernel a good part of a second, which then
+// overlaps the scan); the two buffers take turns. Drain() waits for the
+// writer, so that whatever follows (a message on standard error) comes after
+// the output.
 class TokenWriter {
  public:
-  TokenWriter() : buf_(kSize) {}
-  ~TokenWriter() = default;
+  explicit TokenWriter(bool background = false) : buf_(kSize), background_(background) {
+    if (background_) spare_.resize(kSize);
+  }
+  ~TokenWriter() {
+    // Leaving by an error: what was handed over is written, then the thread
+    // ends; its own error, if any, is the caller's to find with CheckStdout.
+    if (writer_.joinable()) {
+      {
+        std::lock_guard<std::mutex> lock(mutex_);
+        stop_ = true;
+      }
+      wake_.notify_all();
+      writer_.join();
+    }
+  }
+  TokenWriter(const TokenWriter&) = delete;
+  TokenWriter& operator=(const TokenWriter&) = delete;
 
   // One line for a token; `line_base` and `pos_base` place a piece of the
   // source in the whole file.
@@ -157,8 +180,8 @@ class TokenWriter {
     // Room for the numbers and names, and for the text at its longest (a
     // \u escape is six bytes per UTF-16 unit).
     const size_t need = 160 + t.RealStr.size() * kEscapedBytesPerUnit;
-    if (kSize - used_ < need) Drain();
-    if (need > kSize) buf_.resize(need);
+    if (buf_.size() - used_ < need) HandOver();
+    if (need > buf_.size()) buf_.resize(need);
     char* p = buf_.data() + used_;
     if (json) {
       p = PutLit(p, "{\"line\":");
@@ -191,10 +214,11 @@ class TokenWriter {
     used_ = static_cast<size_t>(p - buf_.data());
   }
 
-  // Everything so far to standard output; throws when it cannot be written.
+  // Everything so far to standard output, written when this returns; throws
+  // when it cannot be written.
   void Drain() {
-    Stdout().write(buf_.data(), static_cast<std::streamsize>(used_));
-    used_ = 0;
+    HandOver();
+    WaitIdle();
     CheckStdout();
   }
   [[nodiscard]] std::string_view Text() const { return {buf_.data(), used_}; }
@@ -215,8 +239,68 @@ class TokenWriter {
     return p + line_len_;
   }
 
+  // The buffer so far goes out: written here, or handed to the writer
+  // thread once it is done with the other buffer (whose write error, if
+  // any, is raised here).
+  void HandOver() {
+    if (!background_) {
+      Stdout().write(buf_.data(), static_cast<std::streamsize>(used_));
+      used_ = 0;
+      CheckStdout();
+      return;
+    }
+    WaitIdle();
+    CheckStdout();
+    if (used_ == 0) return;
+    std::swap(buf_, spare_);
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      job_ = used_;
+    }
+    used_ = 0;
+    if (!writer_.joinable()) {
+      writer_ = std::thread([this] { WriterLoop(); });
+    } else {
+      wake_.notify_all();
+    }
+  }
+
+  // Until the writer thread has written what it was handed.
+  void WaitIdle() {
+    if (!background_) return;
+    std::unique_lock<std::mutex> lock(mutex_);
+    idle_.wait(lock, [this] { return job_ == 0; });
+  }
+
+  void WriterLoop() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    for (;;) {
+      wake_.wait(lock, [this] { return job_ != 0 || stop_; });
+      if (job_ != 0) {
+        const size_t n = job_;
+        lock.unlock();
+        // The main thread touches neither spare_ nor standard output until
+        // job_ is back to 0.
+        Stdout().write(spare_.data(), static_cast<std::streamsize>(n));
+        lock.lock();
+        job_ = 0;
+        idle_.notify_all();
+      } else if (stop_) {
+        return;
+      }
+    }
+  }
+
   std::vector<char> buf_;
   size_t used_ = 0;
+  const bool background_;
+  std::vector<char> spare_;  // the buffer being written (background)
+  std::thread writer_;
+  std::mutex mutex_;
+  std::condition_variable wake_;  // job_ set, or stop_
+  std::condition_variable idle_;  // job_ back to 0
+  size_t job_ = 0;                // bytes of spare_ to write; 0: none
+  bool stop_ = false;
   int64_t line_ = -1;  // not a line the scanner reports
   char line_text_[24] = {};
   size_t line_len_ = 0;
@@ -391,7 +475,10 @@ int RunTokens(const std::string& file, const std::string& style_name, bool json)
   LineReader reader(in);
   GapScanner sc;
   sc.SetSourceStyle(style);
-  TokenWriter out;
+  // Writing into a file costs the kernel a copy per byte, which a second
+  // thread overlaps with the scan; to a device or a pipe (whose reader
+  // needs the other processor) the plain way is faster.
+  TokenWriter out(/*background=*/StdoutIsRegularFile());
 
   constexpr size_t kPiece = size_t{1} << 20;
   int64_t line_base = 0;  // the whole file's line number of Source line 0

@@ -44,6 +44,10 @@ void InstallCheckedStdout();
 // True when the tool started with standard input closed.
 bool StdinWasClosed();
 
+// True when standard output is a regular file (not a terminal, pipe, socket
+// or device such as /dev/null).
+bool StdoutIsRegularFile();
+
 // Throws ToolError(kExitDataError, "cannot write standard output: REASON")
 // when a write to standard output has failed so far. Long-running commands
 // call it now and then to stop early.

@@ -1,6 +1,7 @@
 // The checked standard output: a std::streambuf writing to file descriptor 1
 // with a 64 KiB buffer, remembering the first failed write.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -89,6 +90,11 @@ CheckedOutBuf& Buf() {
 std::ostream& Stdout() { return std::cout; }
 
 bool StdinWasClosed() { return g_stdin_closed; }
+
+bool StdoutIsRegularFile() {
+  struct stat st {};
+  return !g_stdout_closed && fstat(STDOUT_FILENO, &st) == 0 && S_ISREG(st.st_mode);
+}
 
 void InstallCheckedStdout() {
   bool closed[3] = {};

@@ -111,3 +111,34 @@ case_tokens_long_line() {
   printf 'a\r\nb\rc' | "$QUILL" tokens - >out
   [ "$(cut -f1,6 out | tr '\t\n' ':,')" = "0:a,1:b,2:c," ] || fail "$(cat out)"
 }
+
+# Output into a regular file is written by a second thread while the scan
+# goes on: the same bytes as through a pipe, plain and JSON, over many
+# buffers.
+case_tokens_file_output_same_as_pipe() {
+  pascal_file big.pas 3
+  "$QUILL" tokens big.pas >file.out
+  "$QUILL" tokens big.pas | cat >pipe.out
+  cmp file.out pipe.out || fail "file and pipe output differ"
+  [ "$(stat -c %s file.out)" -gt 4000000 ] || fail "output too small: $(stat -c %s file.out)"
+  "$QUILL" tokens --json big.pas >file.json
+  "$QUILL" tokens --json big.pas | cat >pipe.json
+  cmp file.json pipe.json || fail "file and pipe JSON output differ"
+}
+
+# A file that fills its disk: the writer thread's error ends the run with
+# status 1 and the reason.
+case_tokens_disk_full() {
+  need_root
+  pascal_file big.pas 1
+  mkdir small
+  mount -t tmpfs -o size=64k tmpfs small 2>/dev/null || skip "cannot mount a small tmpfs"
+  at_exit "umount '$TMPDIR/small'"
+  set +e
+  "$QUILL" tokens big.pas >small/out 2>"$TMPDIR/.err"
+  status=$?
+  set -e
+  err=$(cat "$TMPDIR/.err")
+  expect_status 1
+  expect_err "cannot write standard output: No space left on device"
+}
