@@ -376,10 +376,20 @@ void LZDecode(TStream& src, TStream& dst, const LZProgress& progress) {
       // Pieces of 16 bytes a multiple of d apart keep the phase.
       const int64_t step = 16 - 16 % d;
       const int64_t run_bytes = static_cast<int64_t>(run) * len;
-      for (int64_t k = step; k < run_bytes; k += step) {
-        std::memcpy(op + k, &lo, 8);
-        std::memcpy(op + k + 8, &hi, 8);
+      // One 16-byte store a piece (the pattern stays in a vector register),
+      // four pieces a round: one repeated byte compresses to long runs of
+      // such copies, and this loop is then the whole of the work.
+      uint8_t pattern[16];
+      std::memcpy(pattern, &lo, 8);
+      std::memcpy(pattern + 8, &hi, 8);
+      int64_t k = step;
+      for (; k + 3 * step < run_bytes; k += 4 * step) {
+        std::memcpy(op + k, pattern, 16);
+        std::memcpy(op + k + step, pattern, 16);
+        std::memcpy(op + k + 2 * step, pattern, 16);
+        std::memcpy(op + k + 3 * step, pattern, 16);
       }
+      for (; k < run_bytes; k += step) std::memcpy(op + k, pattern, 16);
       ip += 2 * run;
       op += run_bytes;
       return true;
