@@ -379,7 +379,6 @@ template <>
 struct ByteVectors<false> {
   static constexpr std::size_t kSize = 32;
   using Mask = uint32_t;
-  using Vec = __m256i;
   template <bool kFold>
   __attribute__((target("avx2"))) static __m256i Match(__m256i v, __m256i x, __m256i fold) {
     if constexpr (kFold) v = _mm256_or_si256(v, fold);
@@ -406,7 +405,6 @@ template <>
 struct ByteVectors<true> {
   static constexpr std::size_t kSize = 64;
   using Mask = uint64_t;
-  using Vec = __m512i;
   template <bool kFold>
   __attribute__((target("avx512f,avx512bw"))) static Mask Match(__m512i v, __m512i x, __m512i fold) {
     if constexpr (kFold) v = _mm512_or_si512(v, fold);
