@@ -375,23 +375,26 @@ std::size_t Dispatch(const C* p, std::size_t count, const Anchors<C>& a, Verify&
 template <bool kWide>
 struct ByteVectors;
 
+// The vectors are made inside each target-specific routine from plain
+// bytes (the compiler hoists them out of the loop): a vector passed to or
+// from code built without AVX would change the calling convention.
 template <>
 struct ByteVectors<false> {
   static constexpr std::size_t kSize = 32;
   using Mask = uint32_t;
   template <bool kFold>
-  __attribute__((target("avx2"))) static __m256i Match(__m256i v, __m256i x, __m256i fold) {
-    if constexpr (kFold) v = _mm256_or_si256(v, fold);
-    return _mm256_cmpeq_epi8(v, x);
+  __attribute__((target("avx2"))) static __m256i Match(__m256i v, char x, char fold) {
+    if constexpr (kFold) v = _mm256_or_si256(v, _mm256_set1_epi8(fold));
+    return _mm256_cmpeq_epi8(v, _mm256_set1_epi8(x));
   }
   template <bool kFold>
-  __attribute__((target("avx2"))) static Mask Eq(const char* q, __m256i x, __m256i fold) {
+  __attribute__((target("avx2"))) static Mask Eq(const char* q, char x, char fold) {
     return static_cast<uint32_t>(
         _mm256_movemask_epi8(Match<kFold>(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(q)), x, fold)));
   }
   // Whether any of the four aligned vectors from q has the byte.
   template <bool kFold>
-  __attribute__((target("avx2"))) static bool Any4(const char* q, __m256i x, __m256i fold) {
+  __attribute__((target("avx2"))) static bool Any4(const char* q, char x, char fold) {
     const auto* v = reinterpret_cast<const __m256i*>(q);
     const __m256i o = _mm256_or_si256(_mm256_or_si256(Match<kFold>(_mm256_load_si256(v), x, fold),
                                                       Match<kFold>(_mm256_load_si256(v + 1), x, fold)),
@@ -406,24 +409,24 @@ struct ByteVectors<true> {
   static constexpr std::size_t kSize = 64;
   using Mask = uint64_t;
   template <bool kFold>
-  __attribute__((target("avx512f,avx512bw"))) static Mask Match(__m512i v, __m512i x, __m512i fold) {
-    if constexpr (kFold) v = _mm512_or_si512(v, fold);
-    return _mm512_cmpeq_epi8_mask(v, x);
+  __attribute__((target("avx512f,avx512bw"))) static Mask Match(__m512i v, char x, char fold) {
+    if constexpr (kFold) v = _mm512_or_si512(v, _mm512_set1_epi8(fold));
+    return _mm512_cmpeq_epi8_mask(v, _mm512_set1_epi8(x));
   }
   template <bool kFold>
-  __attribute__((target("avx512f,avx512bw"))) static Mask Eq(const char* q, __m512i x, __m512i fold) {
+  __attribute__((target("avx512f,avx512bw"))) static Mask Eq(const char* q, char x, char fold) {
     return Match<kFold>(_mm512_loadu_si512(q), x, fold);
   }
   template <bool kFold>
-  __attribute__((target("avx512f,avx512bw"))) static bool Any4(const char* q, __m512i x, __m512i fold) {
+  __attribute__((target("avx512f,avx512bw"))) static bool Any4(const char* q, char x, char fold) {
     return (Match<kFold>(_mm512_load_si512(q), x, fold) | Match<kFold>(_mm512_load_si512(q + 64), x, fold) |
             Match<kFold>(_mm512_load_si512(q + 128), x, fold) | Match<kFold>(_mm512_load_si512(q + 192), x, fold)) != 0;
   }
 };
 
-template <bool kWide, bool kFold, class Verify, class Vec>
+template <bool kWide, bool kFold, class Verify>
 [[gnu::always_inline]] inline std::size_t ByteLoopBody(const char* p, std::size_t count, const Anchors<char>& one,
-                                                        Verify& verify, std::size_t& resume, Vec x, Vec fold) {
+                                                        Verify& verify, std::size_t& resume, char x, char fold) {
   using V = ByteVectors<kWide>;
   using Mask = typename V::Mask;
   constexpr std::size_t k = V::kSize;
@@ -474,16 +477,16 @@ template <bool kWide, bool kFold, class Verify, class Vec>
 template <bool kFold, class Verify>
 __attribute__((target("avx2"))) std::size_t ByteLoopAvx2(const char* p, std::size_t count, const Anchors<char>& one,
                                                          Verify& verify, std::size_t& resume) {
-  return ByteLoopBody<false, kFold>(p, count, one, verify, resume, _mm256_set1_epi8(static_cast<char>(one.a0 | one.a1)),
-                                    _mm256_set1_epi8(static_cast<char>(one.a0 ^ one.a1)));
+  return ByteLoopBody<false, kFold>(p, count, one, verify, resume, static_cast<char>(one.a0 | one.a1),
+                                    static_cast<char>(one.a0 ^ one.a1));
 }
 
 template <bool kFold, class Verify>
 __attribute__((target("avx512f,avx512bw"))) std::size_t ByteLoopAvx512(const char* p, std::size_t count,
                                                                        const Anchors<char>& one, Verify& verify,
                                                                        std::size_t& resume) {
-  return ByteLoopBody<true, kFold>(p, count, one, verify, resume, _mm512_set1_epi8(static_cast<char>(one.a0 | one.a1)),
-                                   _mm512_set1_epi8(static_cast<char>(one.a0 ^ one.a1)));
+  return ByteLoopBody<true, kFold>(p, count, one, verify, resume, static_cast<char>(one.a0 | one.a1),
+                                   static_cast<char>(one.a0 ^ one.a1));
 }
 #endif
 
